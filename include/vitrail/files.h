@@ -1,0 +1,78 @@
+/*
+ * vitrail — file services.
+ *
+ *   Data            Layout                                         Initial
+ *   DATA_FILE_TAB   5 slots: szName[144], refNum, iMode, lSize,     zero-filled, iMode -1
+ *                   lPos (handles 0..4)
+ *   DATA_FILE_ID    highest handle handed out in counting mode      -1
+ *   DATA_MFIL_TAB   5 slots: hMem, lAlloc, iMode, lSize, lPos       zero-filled, iMode -1
+ *   DATA_MFIL_ID    highest memory-file handle in counting mode     -1
+ *
+ * Paths are Mac paths "Vol:dir:file" naming <volumes root>/Vol/dir/file.
+ */
+#ifndef VITRAIL_FILES_H
+#define VITRAIL_FILES_H
+
+#include <vitrail/types.h>
+
+VITRAIL_BEGIN_DECLS
+
+/* ---- Global memory and memory files ------------------------------------ */
+
+/* A memory handle is the block's address. */
+typedef void *HGLOBAL;
+
+/* One memory file: a growable block read and written like a file.
+ * iMode: -1 free, 2 open (reads allowed in modes 0 and 2, writes in 1 and 2).
+ * Invariants: 0 <= lPos <= lSize <= lAlloc. */
+typedef struct DATA_MFIL {
+    HGLOBAL hMem;
+    int32_t lAlloc;
+    int32_t iMode;
+    int32_t lSize;
+    int32_t lPos;
+} DATA_MFIL;
+
+VITRAIL_API extern DATA_MFIL DATA_MFIL_TAB[5];
+VITRAIL_API extern int32_t DATA_MFIL_ID;
+
+/* A new block of `size` bytes (not zeroed), or null; a negative size gives
+ * null. `flags` is ignored. */
+VITRAIL_API HGLOBAL GlobalAlloc(uint32_t flags, int32_t size);
+/* The block resized to `size` bytes, contents kept up to the smaller size, or
+ * null when it cannot be had (the old block stays valid); a negative size
+ * gives null. A null hMem allocates. `flags` is ignored. */
+VITRAIL_API HGLOBAL GlobalReAlloc(HGLOBAL hMem, int32_t size, uint32_t flags);
+/* Releases the block (null is allowed); returns null. */
+VITRAIL_API HGLOBAL GlobalFree(HGLOBAL hMem);
+/* The block's address: hMem itself. */
+VITRAIL_API void *GlobalLock(HGLOBAL hMem);
+/* Returns 0. */
+VITRAIL_API int32_t GlobalUnlock(HGLOBAL hMem);
+
+/* Opens an empty memory file of max(size, 4096, minSize) bytes; `name` is
+ * ignored. Returns the handle 0..4, -1 when no slot is free or memory is
+ * short, -2 when the block cannot be locked. */
+VITRAIL_API int32_t MFil_Open(const char *name, int32_t size, int32_t minSize);
+/* Frees the slot's block and the slot; returns 0. */
+VITRAIL_API int32_t MFil_Close(int32_t handle);
+VITRAIL_API int32_t MFil_Size(int32_t handle);
+VITRAIL_API int32_t MFil_GetPos(int32_t handle);
+/* Copies up to `count` bytes from the position; returns the bytes copied. */
+VITRAIL_API int32_t MFil_Read(int32_t handle, void *buffer, int32_t count);
+/* Copies again the `count` bytes just before the position (fewer at the
+ * start); the position ends where it was. Returns the bytes copied. */
+VITRAIL_API int32_t MFil_Re_Read(int32_t handle, void *buffer, int32_t count);
+/* Writes `count` bytes at the position, growing the block by at least 4096
+ * bytes when needed. Returns `count`, or 0 when it cannot grow. */
+VITRAIL_API int32_t MFil_Write(int32_t handle, const void *buffer, int32_t count);
+/* Moves to `offset` (0..size); returns 0, or -1 out of range. */
+VITRAIL_API int32_t MFil_Lseek(int32_t handle, int32_t offset);
+/* The address of the byte at `offset` (0..size-1), or null. */
+VITRAIL_API void *MFil_LockPtr(int32_t handle, int32_t offset);
+/* Pairs with MFil_LockPtr; returns 0. */
+VITRAIL_API int32_t MFil_UnLockPtr(int32_t handle);
+
+VITRAIL_END_DECLS
+
+#endif
