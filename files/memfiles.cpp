@@ -12,15 +12,15 @@
 
 #include <vitrail/files.h>
 
+#include "files/slots.h"
+
 namespace {
 
-constexpr int32_t kSlots = 5;
 constexpr int32_t kMinAlloc = 4096;
-constexpr int32_t kFree = -1;
+constexpr int32_t kFree = files::kFreeSlot;
 
-// The slot of an in-range handle, or null.
 DATA_MFIL *Slot(int32_t handle) {
-    return handle >= 0 && handle < kSlots ? &DATA_MFIL_TAB[handle] : nullptr;
+    return files::SlotOf(DATA_MFIL_TAB, handle);
 }
 
 DATA_MFIL *Readable(int32_t handle) {
@@ -31,14 +31,6 @@ DATA_MFIL *Readable(int32_t handle) {
 DATA_MFIL *Writable(int32_t handle) {
     DATA_MFIL *s = Slot(handle);
     return s && (s->iMode == 1 || s->iMode == 2) ? s : nullptr;
-}
-
-// Counting mode while the mark is below the last slot, then the first free slot; -1 if none.
-int32_t ChooseSlot() {
-    if (DATA_MFIL_ID + 1 < kSlots) return ++DATA_MFIL_ID;
-    for (int32_t i = 0; i < kSlots; ++i)
-        if (DATA_MFIL_TAB[i].iMode == kFree) return i;
-    return -1;
 }
 
 // Copies n bytes out of the block at the position and advances it; the count or 0.
@@ -86,7 +78,7 @@ VITRAIL_API int32_t GlobalUnlock(HGLOBAL) {
 }
 
 VITRAIL_API int32_t MFil_Open(const char *, int32_t size, int32_t minSize) {
-    int32_t h = ChooseSlot();
+    int32_t h = files::ChooseSlot(DATA_MFIL_TAB, DATA_MFIL_ID);
     if (h < 0) return -1;
     DATA_MFIL &s = DATA_MFIL_TAB[h];
     s.lPos = 0;
@@ -108,7 +100,7 @@ VITRAIL_API int32_t MFil_Close(int32_t handle) {
     if (!s || s->iMode == kFree) return 0;
     GlobalFree(s->hMem);
     *s = DATA_MFIL{nullptr, 0, kFree, 0, 0};
-    if (handle == DATA_MFIL_ID) DATA_MFIL_ID = handle - 1;
+    files::LowerMark(handle, DATA_MFIL_ID);
     return 0;
 }
 

@@ -73,6 +73,55 @@ VITRAIL_API void *MFil_LockPtr(int32_t handle, int32_t offset);
 /* Pairs with MFil_LockPtr; returns 0. */
 VITRAIL_API int32_t MFil_UnLockPtr(int32_t handle);
 
+/* ---- File handle table --------------------------------------------------- */
+
+/* One open file. iMode: -1 free, 0 reading, 1 writing, 2 reading and writing.
+ * lSize and lPos are the length and position as the table knows them. */
+typedef struct DATA_FILE {
+    char szName[144];
+    int16_t refNum;
+    int32_t iMode;
+    int32_t lSize;
+    int32_t lPos;
+} DATA_FILE;
+
+VITRAIL_API extern DATA_FILE DATA_FILE_TAB[5];
+VITRAIL_API extern int32_t DATA_FILE_ID;
+
+/* 1 when the Mac path names an existing item that is not a folder, else 0
+ * (also for a null path or one longer than 255 bytes). */
+VITRAIL_API int32_t File_Is_Existing(const char *path);
+/* 1 when the Mac path names an existing folder, else 0 (as above). */
+VITRAIL_API int32_t Dir_Is_Existing(const char *path);
+/* Creates the folder, open to everybody; 1 on success, 0 when it exists or
+ * cannot be made (also for a null path or one longer than 255 bytes). */
+VITRAIL_API int32_t MakeDir(const char *path);
+/* Opens the file for reading (bRead > 0), writing (bWrite > 0, created when
+ * missing, never emptied) or both (must exist). Returns the handle 0..4, -1
+ * when no slot is free, -2 when the file cannot be opened (also for a null
+ * path or one longer than 143 bytes), -3 when neither is asked for. */
+VITRAIL_API int32_t File_Open(const char *path, int32_t bRead, int32_t bWrite);
+/* 0, or -1 when the close fails or the handle is not an open slot. */
+VITRAIL_API int32_t File_Close(int32_t handle);
+/* The known length and position; 0 for a handle outside 0..4. */
+VITRAIL_API int32_t File_Size(int32_t handle);
+VITRAIL_API int32_t File_GetPos(int32_t handle);
+/* Reads up to `count` bytes, clipped to the known length: the bytes read, 0
+ * when not open for reading (or a bad handle or negative count), -1 on error. */
+VITRAIL_API int32_t File_Read(int32_t handle, void *buffer, int32_t count);
+/* Reads again the `count` bytes before the position (fewer at the start);
+ * the position ends where it was. Results as File_Read. */
+VITRAIL_API int32_t File_Re_Read(int32_t handle, void *buffer, int32_t count);
+/* Writes `count` bytes: `count`, 0 when not open for writing (or a bad
+ * handle or negative count), -1 on error. */
+VITRAIL_API int32_t File_Write(int32_t handle, const void *buffer, int32_t count);
+/* Moves to `offset` from the start (0..length): 0, else -1. */
+VITRAIL_API int32_t File_Lseek(int32_t handle, int32_t offset);
+/* Sets the file's length and moves the position to it (as xFile_SetEOF
+ * does): 0, else -1
+ * (negative lengths and bad handles refused). */
+VITRAIL_API int32_t File_SetEOF(int32_t handle, int32_t length);
+
 VITRAIL_END_DECLS
 
 #endif

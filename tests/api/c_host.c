@@ -4,6 +4,7 @@
 #include <stdio.h>
 #include <string.h>
 
+#include <vitrail/files.h>
 #include <vitrail/numdate.h>
 
 #include "c_host.h"
@@ -18,7 +19,20 @@ static int failures;
         }                                                                                         \
     } while (0)
 
+static void files_checks(void) {
+    char buf[4] = {0};
+    int32_t h = MFil_Open("", 1, 1);
+    CHECK(h >= 0 && DATA_MFIL_TAB[h].lAlloc == 4096);
+    CHECK(MFil_Write(h, "abc", 3) == 3 && MFil_Lseek(h, 0) == 0 && MFil_Read(h, buf, 3) == 3);
+    CHECK(strcmp(buf, "abc") == 0);
+    MFil_Close(h);
+    CHECK(DATA_MFIL_ID == -1 && DATA_FILE_ID == -1 && DATA_FILE_TAB[4].iMode == -1);
+    CHECK(sizeof DATA_FILE_TAB[0].szName == 144);
+    CHECK(File_Is_Existing("No such volume:x") == 0);
+}
+
 int c_host_checks(void) {
+    files_checks();
     CHECK(a_org == 1950);
     return failures;
 }
