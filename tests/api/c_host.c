@@ -6,6 +6,7 @@
 
 #include <vitrail/files.h>
 #include <vitrail/numdate.h>
+#include <vitrail/strings.h>
 
 #include "c_host.h"
 
@@ -31,8 +32,16 @@ static void files_checks(void) {
     CHECK(File_Is_Existing("No such volume:x") == 0);
 }
 
+static void strings_checks(void) {
+    char buf[8] = "  ab  ";
+    CHECK(chelibl_f(buf) == 4 && chelibl_d(buf) == 2 && strcmp(buf, "ab") == 0);
+    CHECK(chinsch_c(buf, (int32_t)sizeof buf, '1', 0) == 1 && chcher_c('a', buf) == 1);
+    CHECK(szcopy_0t(buf, 4, "ABCDEF", 6) == 0 && strcmp(buf, "ABC") == 0);
+}
+
 int c_host_checks(void) {
     files_checks();
+    strings_checks();
     CHECK(a_org == 1950);
     return failures;
 }

@@ -1,0 +1,127 @@
+/*
+ * vitrail — strings and lists: zero-terminated and counted string helpers,
+ * item lists, conversion between the Windows and Mac OS Roman character sets.
+ *
+ *   Data              Form                                     Routines
+ *   string            8-bit bytes up to a zero terminator      ch*, strupr
+ *   counted field     pointer + byte length (uint32_t),        sz*
+ *                     no terminator, any byte
+ *   growable buffer   malloc'd pointer + capacity, caller-kept szcopyex
+ *   item list         items separated by "+", "," or "-"       Teste_*, Get_item_liste
+ *
+ * A blank is the space 0x20 only. Positions are 0-based; a failed search
+ * gives -1. Destination sizes count the terminator where one is written.
+ * Bytes compare as raw values; only strupr knows a character set.
+ * A null string pointer is read as an empty string and never written.
+ */
+#ifndef VITRAIL_STRINGS_H
+#define VITRAIL_STRINGS_H
+
+#include <vitrail/types.h>
+
+VITRAIL_BEGIN_DECLS
+
+/* ---- zero-terminated strings ------------------------------------------- */
+
+/* Removes trailing blanks in place; returns the new length. */
+VITRAIL_API int32_t chelibl_f(char *s);
+
+/* Removes leading blanks, moving the rest to the front; returns the new
+ * length (the unchanged length when there was no leading blank). */
+VITRAIL_API int32_t chelibl_d(char *s);
+
+/* Removes trailing bytes equal to c; returns the new length. c = 0 removes
+ * nothing. */
+VITRAIL_API int32_t chelicar_f(char *s, char c);
+
+/* Removes leading bytes equal to c; returns the new length. c = 0 removes
+ * nothing. */
+VITRAIL_API int32_t chelicar_d(char *s, char c);
+
+/* Compares byte by byte up to the first difference or the common terminator.
+ * Returns 0 when equal, else a[i] - b[i] of the first differing bytes, each
+ * read as a signed 8-bit value (so 0xE9 counts as -23). */
+VITRAIL_API int32_t chcomp(const char *a, const char *b);
+
+/* Position of the first occurrence of pattern in s, or -1. An empty pattern
+ * is found at 0 in a non-empty s and not at all in an empty s. */
+VITRAIL_API int32_t chcher(const char *pattern, const char *s);
+
+/* Position of the first byte equal to c in s, or -1. The terminator (c = 0)
+ * is never found. */
+VITRAIL_API int32_t chcher_c(char c, const char *s);
+
+/* Deletes count bytes at pos. With len the length of s: nothing happens when
+ * len is 0 or count is below 1 or above len; a negative pos becomes 0 and a
+ * pos at or past the end becomes len - 1; a count running past the end is cut
+ * at the end. */
+VITRAIL_API void chdelch(char *s, int32_t count, int32_t pos);
+
+/* Inserts ins into dst (of size bytes) at pos; returns the number of bytes
+ * inserted. When the result would need more than size - 1 bytes (any size
+ * below 1 included) it returns 0 and dst is unchanged. A negative pos inserts
+ * at the front, a pos at or past the end appends. ins must not lie inside
+ * dst. */
+VITRAIL_API int32_t chinsch(char *dst, int32_t size, const char *ins, int32_t pos);
+
+/* Inserts the byte c into dst (of size bytes) at pos, positions clamped as
+ * chinsch does; returns 1, or 0 with dst unchanged when it does not fit.
+ * c = 0 (a terminator) is not inserted: the result is 0. */
+VITRAIL_API int32_t chinsch_c(char *dst, int32_t size, char c, int32_t pos);
+
+/* ---- counted fields ------------------------------------------------------ */
+
+/* Replaces each blank among the first n bytes by "0". Returns 1. */
+VITRAIL_API int32_t szcnum(char *field, uint32_t n);
+
+/* Copies min(n, size) bytes of src to dst, no terminator. Returns 1 when all
+ * n bytes were copied (n <= size), else 0. Overlapping areas are copied
+ * correctly. */
+VITRAIL_API int32_t szcopy(char *dst, uint32_t size, const char *src, uint32_t n);
+
+/* As szcopy, for areas known to overlap. */
+VITRAIL_API int32_t szcopy_overlap(char *dst, uint32_t size, const char *src, uint32_t n);
+
+/* 1 when la = lb and the bytes are equal, else 0. Two empty fields are
+ * equal. */
+VITRAIL_API int32_t szcomp(const char *a, uint32_t la, const char *b, uint32_t lb);
+
+/* As szcomp, where "?" on either side matches any one byte. Two empty fields
+ * are equal. */
+VITRAIL_API int32_t szcompex(const char *a, uint32_t la, const char *b, uint32_t lb);
+
+/* As szcompex, where a trailing "*" on either side also matches any rest
+ * (including none): "AB*" matches "AB", "ABC", "ABCD"; two fields ending in
+ * "*" match when their common stem does. A field that is only "*" matches
+ * every field, the empty one included; two empty fields match. */
+VITRAIL_API int32_t szcompex2(const char *a, uint32_t la, const char *b, uint32_t lb);
+
+/* 1 when the la bytes of a occur anywhere in the lb bytes of b, else 0. An
+ * empty a (la = 0) is contained in every b. */
+VITRAIL_API int32_t szincl(const char *a, uint32_t la, const char *b, uint32_t lb);
+
+/* Copies n bytes of src to dst and terminates. Returns 1, or 0 when dst is
+ * too small: it then holds the first size - 1 bytes and a terminator. Size 0
+ * writes nothing and returns 0. Reads only the n bytes of src. */
+VITRAIL_API int32_t szcopy_0t(char *dst, uint32_t size, const char *src, uint32_t n);
+
+/* Appends n bytes of src to the string in dst and terminates. Returns 1, or
+ * 0 when truncated: dst is then cut at size - 1 bytes. A dst with no
+ * terminator within size receives nothing and is cut at size - 1. Size 0
+ * writes nothing and returns 0. */
+VITRAIL_API int32_t szconcat_0t(char *dst, uint32_t size, const char *src, uint32_t n);
+
+/* Stores size bytes of src at offset in a growable buffer (*buf, of *cap
+ * bytes, from malloc; the caller starts with NULL and 0 and frees it).
+ * When it fits, the bytes are copied. Otherwise, at offset 0, the buffer is
+ * replaced by one of exactly size bytes (earlier contents discarded); at
+ * another offset, by one of 2 x (cap + size) bytes keeping the first offset
+ * bytes. Returns 1, or 0 when the allocation fails, the new capacity would
+ * pass 4 GiB, offset is beyond *cap, or an argument is null: the buffer, its
+ * capacity and its contents are then unchanged. */
+VITRAIL_API int32_t szcopyex(char **buf, uint32_t *cap, uint32_t offset, const char *src,
+                             uint32_t size);
+
+VITRAIL_END_DECLS
+
+#endif
