@@ -122,6 +122,49 @@ VITRAIL_API int32_t szconcat_0t(char *dst, uint32_t size, const char *src, uint3
 VITRAIL_API int32_t szcopyex(char **buf, uint32_t *cap, uint32_t offset, const char *src,
                              uint32_t size);
 
+/* ==== Chained-string lists ====
+ *
+ *   Layout     item bytes, 0x00, item bytes, 0x00, ..., 0x00 (the closing zero)
+ *   Example    "a" 0x00 "bc" 0x00 0x00
+ *   Empty      0x00 0x00: counts as one empty item
+ *
+ * An empty item ends the list. Lists live in caller buffers and are changed
+ * in place, never grown. A null list or item pointer is ignored (results 0
+ * or the pointer given).
+ */
+
+/* Makes the string in `buf` (`size` bytes) a one-item list: writes the
+ * closing zero after it, or, when the string fills the buffer, zeros at
+ * size-1 and size-2. Nothing when size <= 0. */
+VITRAIL_API void ChCh_Put_00(char *buf, int32_t size);
+/* 1 when `item` is empty or the last item of its list, else 0. */
+VITRAIL_API int32_t ChCh_Is_00(const char *item);
+/* The next item; `item` itself when it is empty or the last. */
+VITRAIL_API char *ChCh_Get_Next_Item(char *item);
+/* The number of items (1 for the empty list). */
+VITRAIL_API int32_t ChCh_Count_Item(const char *list);
+/* Replaces every "+" and "," of the string by a zero byte (not "-"); the
+ * byte after the terminator must already be zero to close the list. */
+VITRAIL_API void ChCh_Cut(char *s);
+/* As ChCh_Cut with one separator byte. */
+VITRAIL_API void ChCh_Cut_sep(char *s, char sep);
+/* Joins the items into one string with "+" between them; the closing zero
+ * stays. Nothing for an empty list. */
+VITRAIL_API void ChCh_Bind(char *list);
+/* As ChCh_Bind with one separator byte. */
+VITRAIL_API void ChCh_Bind_sep(char *list, char sep);
+/* Removes the first item, moving the rest and the closing zero to the front;
+ * the only item removed leaves the empty list. Nothing for an empty list. */
+VITRAIL_API void ChCh_Delete_Item(char *list);
+/* Tests each item as a file of folder `folder` (a Mac path; "folder:item",
+ * or "item" alone when the folder is empty). 1 with *item set to the first
+ * item whose file is missing (not a file, or a path beyond 255 bytes), else
+ * 0. The empty list is tested as one empty name. */
+VITRAIL_API int32_t ChCh_Detect_Missing_File(const char *folder, char *list, char **item);
+/* Removes every item whose file is missing, as ChCh_Detect_Missing_File
+ * tests them; returns the number of items removed. */
+VITRAIL_API int32_t ChCh_Remove_Missing_File(const char *folder, char *list);
+
 VITRAIL_END_DECLS
 
 #endif
