@@ -69,6 +69,15 @@ VITRAIL_API int32_t chinsch(char *dst, int32_t size, const char *ins, int32_t po
  * c = 0 (a terminator) is not inserted: the result is 0. */
 VITRAIL_API int32_t chinsch_c(char *dst, int32_t size, char c, int32_t pos);
 
+/* Converts s to capitals in place, reading it as Mac OS Roman: letters
+ * become capitals and accented letters lose their marks (e acute and E acute
+ * -> E, c cedilla -> C, y diaeresis -> Y, dotless i -> I); ae, o slash and oe
+ * become their capitals. Letters whose capital is not a byte of the set stay
+ * as they are: sharp s, the fi and fl ligatures, f with hook, micro sign, pi.
+ * Other bytes are unchanged. Works 255 bytes at a time. Returns s (a null s
+ * is returned as is). */
+VITRAIL_API char *strupr(char *s);
+
 /* ---- counted fields ------------------------------------------------------ */
 
 /* Replaces each blank among the first n bytes by "0". Returns 1. */

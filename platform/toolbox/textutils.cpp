@@ -1,7 +1,9 @@
-// Conversions between C strings and length-prefixed strings.
+// Conversions between C strings and length-prefixed strings; capitals.
 #include "platform/toolbox/textutils.h"
 
 #include <cstring>
+
+#include "platform/toolbox/charsets.h"
 
 namespace platform {
 
@@ -19,6 +21,12 @@ void p2cstrcpy(char *dst, const unsigned char *src) {
     size_t n = src ? src[0] : 0;
     if (n) std::memmove(dst, src + 1, n);
     dst[n] = '\0';
+}
+
+void UpperString(unsigned char *s, Boolean diacSensitive) {
+    if (!s) return;
+    const auto &table = diacSensitive ? kMacRomanUpperMarked : kMacRomanUpper;
+    for (size_t i = 1; i <= s[0]; ++i) s[i] = table[s[i]];
 }
 
 } // namespace platform
