@@ -6,6 +6,7 @@
 
 #include <vitrail/files.h>
 #include <vitrail/numdate.h>
+#include <vitrail/platform.h>
 #include <vitrail/strings.h>
 
 #include "c_host.h"
@@ -39,9 +40,22 @@ static void strings_checks(void) {
     CHECK(szcopy_0t(buf, 4, "ABCDEF", 6) == 0 && strcmp(buf, "ABC") == 0);
 }
 
+/* Off-screen ports: made, read, traced and freed through the C interface. */
+static void port_checks(void) {
+    GrafPtr port = vitrail_port_new(4, 3);
+    vitrail_trace_op op;
+    CHECK(port != NULL);
+    CHECK(vitrail_port_pixel(port, 3, 2) == 0xFFFFFFFFu);
+    CHECK(vitrail_port_trace_count(port) == 0);
+    CHECK(vitrail_port_trace_get(port, 0, &op) == -1);
+    vitrail_port_dispose(port);
+    CHECK(vitrail_port_new(0, 3) == NULL);
+}
+
 int c_host_checks(void) {
     files_checks();
     strings_checks();
+    port_checks();
     CHECK(a_org == 1950);
     return failures;
 }

@@ -1,0 +1,30 @@
+// Fonts: the table of font numbers and names, and the FreeType faces that
+// fontconfig finds for them.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include <vitrail/types.h>
+
+namespace platform {
+
+// Face bits of TextFace.
+enum : int16_t { bold = 1, italic = 2, underline = 4, condense = 32, extend = 64 };
+
+// The font number of `name` (compared without case), 0 when the table has
+// no such name.
+int16_t FontNumber(std::string_view name);
+
+// GetFNum: the number of the font named by the length-prefixed `name`, or 0.
+void GetFNum(ConstStr255Param name, int16_t *familyID);
+
+// The face of font `number` (0 and unknown numbers: the system font) in the
+// bold and italic of `face`, sized to `size` pixels (0 or less: 12; at most
+// 1000). Null when no font file can be loaded. Owned by the font cache.
+FT_Face FaceFor(int16_t number, int16_t face, int16_t size);
+
+} // namespace platform

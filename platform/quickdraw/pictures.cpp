@@ -1,0 +1,61 @@
+// Pictures: frames read from the PNG header, pixels blended into the port.
+#include "platform/quickdraw/pictures.h"
+
+#include "platform/quickdraw/png.h"
+#include "platform/quickdraw/port.h"
+#include "platform/toolbox/mac_roman.h"
+
+namespace platform {
+namespace {
+
+Rect FrameOf(const RgbaImage &image) {
+    return Rect{int16_t(image.originY), int16_t(image.originX),
+                int16_t(image.originY + image.height), int16_t(image.originX + image.width)};
+}
+
+// Copies `image` into `dst` of the port, each destination pixel taking the
+// nearest source pixel.
+void Blit(Port &port, const RgbaImage &image, const Rect &dst) {
+    int32_t w = dst.right - dst.left, h = dst.bottom - dst.top;
+    if (w <= 0 || h <= 0) return;
+    for (int32_t y = 0; y < h; ++y) {
+        int32_t py = dst.top + y;
+        if (py < 0 || py >= port.height) continue;
+        size_t sy = size_t(int64_t(y) * image.height / h);
+        for (int32_t x = 0; x < w; ++x) {
+            int32_t px = dst.left + x;
+            if (px < 0 || px >= port.width) continue;
+            size_t sx = size_t(int64_t(x) * image.width / w);
+            const uint8_t *s = &image.pixels[(sy * size_t(image.width) + sx) * 4];
+            RGBColor c{uint16_t(s[0] * 0x101), uint16_t(s[1] * 0x101), uint16_t(s[2] * 0x101)};
+            Rect one{int16_t(py), int16_t(px), int16_t(py + 1), int16_t(px + 1)};
+            FillPixels(port, one, c, s[3]);
+        }
+    }
+}
+
+} // namespace
+
+OSErr GetPictInfo(PicHandle picture, PictInfo *info, int16_t, int16_t, int16_t, int16_t) {
+    RgbaImage frame;
+    if (!picture || !info || !PngFrame(picture->data, frame)) return kPictInfoIDErr;
+    info->version = 0;
+    info->sourceRect = FrameOf(frame);
+    return 0;
+}
+
+void DrawPicture(PicHandle picture, const Rect *dst) {
+    Port *p = CurrentPort();
+    if (!p || !picture || !dst) return;
+    try {
+        RgbaImage image;
+        if (PngDecode(picture->data, image)) Blit(*p, image, *dst);
+        TraceOp op = MakeOp(*p, TraceKind::Picture, dst->left, dst->top, dst->right, dst->bottom);
+        op.text = MacRomanToUtf8(picture->name);
+        Record(*p, std::move(op));
+    } catch (...) {
+        // Out of memory for the pixels: the picture is not drawn.
+    }
+}
+
+} // namespace platform
