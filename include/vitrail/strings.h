@@ -131,6 +131,53 @@ VITRAIL_API int32_t szconcat_0t(char *dst, uint32_t size, const char *src, uint3
 VITRAIL_API int32_t szcopyex(char **buf, uint32_t *cap, uint32_t offset, const char *src,
                              uint32_t size);
 
+/* ---- item lists ------------------------------------------------------------
+ *
+ *   Form      items separated by any of "+", "," and "-": "12,15+20", "A-B"
+ *   Items     taken exactly (blanks kept, no escape), numbered from 0;
+ *             adjacent separators delimit an empty item, "" is one empty item
+ *   Length    a string ends at its terminator; Teste_item_szliste's list ends
+ *             after its given length (a zero byte inside it is ordinary)
+ */
+
+/* Number of items: the number of separator bytes + 1. */
+VITRAIL_API int32_t Teste_liste(const char *list);
+
+/* 1 when some item of list has exactly the n bytes of item (no terminator
+ * needed), else 0. n = 0 asks for an empty item; a negative n gives 0. */
+VITRAIL_API int32_t Teste_item_liste(const char *list, const char *item, int32_t n);
+
+/* As Teste_item_liste, for a list of len bytes. A negative len gives 0; len
+ * = 0 is the list of one empty item. */
+VITRAIL_API int32_t Teste_item_szliste(const char *list, int32_t len, const char *item, int32_t n);
+
+/* Item number index of list, in a 64-byte static area that every call
+ * overwrites: at most its first 63 bytes and a terminator. Null when there is
+ * no such item (a negative index, or one at or past the number of items). */
+VITRAIL_API char *Get_item_liste(const char *list, int32_t index);
+
+/* ---- Windows <-> Mac OS Roman ----------------------------------------------
+ *
+ *   Letter   Windows   Mac OS Roman   w2mstr   m2wstr
+ *   deg      0xB0      0xA1           yes      yes
+ *   a grave  0xE0      0x88           yes      yes
+ *   c ced.   0xE7      0x8D           yes      yes
+ *   e grave  0xE8      0x8F           yes      yes
+ *   e acute  0xE9      0x8E           yes      yes
+ *   e circ.  0xEA      0x90           yes      no
+ *   i diaer. 0xEF      0x95           yes      no
+ *
+ * Both convert in place, each byte once; every other byte (all of 0x00-0x7F
+ * among them) is left as it is and the length never changes. A null s is
+ * ignored.
+ */
+
+/* Windows to Mac OS Roman, before a text reaches the platform. */
+VITRAIL_API void w2mstr(char *s);
+
+/* Mac OS Roman to Windows, for texts read back from the platform. */
+VITRAIL_API void m2wstr(char *s);
+
 /* ==== Chained-string lists ====
  *
  *   Layout     item bytes, 0x00, item bytes, 0x00, ..., 0x00 (the closing zero)

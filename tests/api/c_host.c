@@ -38,6 +38,7 @@ static void strings_checks(void) {
     CHECK(chelibl_f(buf) == 4 && chelibl_d(buf) == 2 && strcmp(buf, "ab") == 0);
     CHECK(chinsch_c(buf, (int32_t)sizeof buf, '1', 0) == 1 && chcher_c('a', buf) == 1);
     CHECK(szcopy_0t(buf, 4, "ABCDEF", 6) == 0 && strcmp(buf, "ABC") == 0);
+    CHECK(Teste_liste("1,2-3") == 3 && strcmp(Get_item_liste("A,BC-D", 1), "BC") == 0);
 }
 
 /* Off-screen ports: made, read, traced and freed through the C interface. */
