@@ -53,10 +53,24 @@ static void port_checks(void) {
     CHECK(vitrail_port_new(0, 3) == NULL);
 }
 
+static void numdate_checks(void) {
+    char text[16] = " -42 ";
+    int32_t v = 0;
+    double d = 0.0;
+    CHECK(intcod_l(text, &v) == 0 && v == -42 && intdco_i(v, text, 16) == 0);
+    CHECK(strcmp(text, "-42") == 0);
+    strcpy(text, "12,5");
+    CHECK(realcod_d(text, &d) == 0 && d == 12.5 && realdco_d(d, text, 16, 2) == 1);
+    CHECK(strcmp(text, "12.50") == 0);
+    CHECK(utdatedm(2024, 2) == 29 && Get_Date_Incr(20231231, 1) == 20240101);
+    CHECK(strcmp(Qar_Inv_Date_2("20240229", text), "29/02/24") == 0);
+}
+
 int c_host_checks(void) {
     files_checks();
     strings_checks();
     port_checks();
+    numdate_checks();
     CHECK(a_org == 1950);
     return failures;
 }

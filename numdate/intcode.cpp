@@ -1,0 +1,67 @@
+// Integer text coding: decimal text <-> 32-bit signed integers.
+//
+//   Routine    Direction      Input range            Narrow buffer (result 1)
+//   intcod_l   text -> value  -2147483647..2147483647 -
+//   intcod_i   text -> value  -32767..32767           -
+//   intdco_l   value -> text  any 32-bit value        size < 12
+//   intdco_i   value -> text  any 32-bit value        size < 7
+#include <vitrail/numdate.h>
+#include <vitrail/strings.h>
+
+#include <cctype>
+#include <cstdint>
+
+namespace {
+
+// Trims text in place, checks the form [sign]digits and reads the magnitude
+// exactly (saturating above limit, so any number of leading zeros is fine).
+int32_t read_integer(char *text, int64_t limit, int32_t *value) {
+    if (!text || chelibl_f(text) == 0 || chelibl_d(text) == 0) return 1;
+    const char *p = text;
+    const bool negative = *p == '-';
+    if (*p == '+' || *p == '-') ++p;
+    if (*p == '\0') return 2;
+    int64_t magnitude = 0;
+    for (const char *q = p; *q; ++q) {
+        if (!std::isdigit(static_cast<unsigned char>(*q))) return 3;
+        if (magnitude <= limit) magnitude = magnitude * 10 + (*q - '0');
+    }
+    if (magnitude > limit) return 4;
+    if (value) *value = static_cast<int32_t>(negative ? -magnitude : magnitude);
+    return 0;
+}
+
+// Writes the digits of value by insertion at position 0, as the narrow-buffer
+// result requires; widest is the size below which the result is 1.
+int32_t write_integer(int32_t value, char *buf, int32_t size, int32_t widest) {
+    if (!buf || size < 1) return 2;
+    buf[0] = '\0';
+    int64_t magnitude = value < 0 ? -static_cast<int64_t>(value) : value;
+    if (magnitude == 0 && !chinsch_c(buf, size, '0', 0)) return 2;
+    for (; magnitude > 0; magnitude /= 10)
+        if (!chinsch_c(buf, size, static_cast<char>('0' + magnitude % 10), 0)) return 2;
+    if (value < 0 && !chinsch_c(buf, size, '-', 0)) return 2;
+    return size < widest ? 1 : 0;
+}
+
+} // namespace
+
+extern "C" {
+
+VITRAIL_API int32_t intcod_l(char *text, int32_t *value) {
+    return read_integer(text, INT32_MAX, value);
+}
+
+VITRAIL_API int32_t intcod_i(char *text, int32_t *value) {
+    return read_integer(text, 32767, value);
+}
+
+VITRAIL_API int32_t intdco_l(int32_t value, char *buf, int32_t size) {
+    return write_integer(value, buf, size, 12);
+}
+
+VITRAIL_API int32_t intdco_i(int32_t value, char *buf, int32_t size) {
+    return write_integer(value, buf, size, 7);
+}
+
+} // extern "C"

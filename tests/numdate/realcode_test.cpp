@@ -1,0 +1,244 @@
+// Real number text coding: the reader's forms and codes, the rounding and
+// carries of the fixed writer, the scientific writer, and the exact split.
+#include <vitrail/numdate.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <string>
+
+namespace {
+
+constexpr double inf = std::numeric_limits<double>::infinity();
+
+TEST(RealCod, FormsAndCodes) {
+    struct Row {
+        const char *text;
+        int32_t code;
+        double value;
+    } rows[] = {
+        {"  12,5 ", 0, 12.5},
+        {"12.5", 0, 12.5},
+        {"-,5", 0, -0.5},
+        {"1.5e2", 0, 150.0},
+        {"15E-1", 0, 1.5},
+        {"-1.5E+2", 0, -150},
+        {"5,", 0, 5.0},
+        {".", 0, 0.0},
+        {"2e", 0, 2.0},
+        {"1,5e1", 0, 15.0},
+        {"007", 0, 7.0},
+        {"1e308", 0, 1e308},
+        {"1e400", 0, inf},
+        {"-1e400", 0, -inf},
+        {"1e-400", 0, 0.0},
+        {"0e2147483647", 0, 0},
+        {"", 1, 0},
+        {"   ", 1, 0},
+        {"-", 2, 0},
+        {" + ", 2, 0},
+        {"1,234.5", 3, 0},
+        {"1 5", 3, 0},
+        {"1E2e3", 3, 0},
+        {"x", 3, 0},
+        {"1.2.3", 4, 0},
+        {"1.x", 4, 0},
+        {"1,2,3", 4, 0},
+        {"2e+", 6, 0},
+        {"2e -", 6, 0},
+        {"2ex", 7, 0},
+        {"1e2.5", 7, 0},
+        {"2e9999999999", 8, 0},
+        {"2e-2147483648", 8, 0},
+    };
+    for (const Row &r : rows) {
+        std::string text = r.text;
+        double value = 777.0;
+        EXPECT_EQ(realcod_d(text.data(), &value), r.code) << '"' << r.text << '"';
+        if (r.code == 0)
+            EXPECT_DOUBLE_EQ(value, r.value) << '"' << r.text << '"';
+        else
+            EXPECT_EQ(value, 777.0) << '"' << r.text << '"';
+    }
+}
+
+TEST(RealCod, LongDigitRunsAndSingle) {
+    std::string text = std::string(500, '0') + "1.5";
+    double d = 0;
+    EXPECT_EQ(realcod_d(text.data(), &d), 0);
+    EXPECT_EQ(d, 1.5);
+    text = "0." + std::string(500, '0') + "1";
+    EXPECT_EQ(realcod_d(text.data(), &d), 0);
+    EXPECT_EQ(d, 0.0);
+    float f = 0;
+    char big[] = "1e39", small[] = " -2,25 ";
+    EXPECT_EQ(realcod_f(big, &f), 0);
+    EXPECT_TRUE(std::isinf(f));
+    EXPECT_EQ(realcod_f(small, &f), 0);
+    EXPECT_EQ(f, -2.25f);
+    EXPECT_STREQ(small, "-2,25");
+    EXPECT_EQ(realcod_d(nullptr, &d), 1);
+}
+
+struct FixedRow {
+    double value;
+    int32_t size, decimals, result;
+    const char *text; // checked unless the result is 2
+};
+
+TEST(RealDco, RoundingAndCarries) {
+    const FixedRow rows[] = {
+        {2.5, 256, 0, 0, "3"},
+        {-2.5, 256, 0, 0, "-3"},
+        {0.5, 256, 0, 0, "1"},
+        {0.49, 256, 0, 0, "0"},
+        {-0.49, 256, 0, 0, "-0"},
+        {3.14159, 256, 2, 0, "3.14"},
+        {3.14159, 256, 4, 0, "3.1416"},
+        {0.0, 256, 2, 0, "0.00"},
+        {-0.0, 256, 2, 0, "0.00"},
+        {-0.001, 256, 2, 0, "-0.00"},
+        {9.995, 256, 2, 0, "10.00"},
+        {-9.995, 256, 2, 0, "-10.00"},
+        {99.96, 256, 1, 0, "100.0"},
+        {999999.9999, 256, 3, 0, "1000000.000"},
+        {0.05, 256, 1, 0, "0.1"},
+        {1.25, 256, 1, 0, "1.3"},
+        {-1.25, 256, 1, 0, "-1.3"},
+        {12.5, 256, 2, 0, "12.50"},
+        {0.001, 256, 3, 0, "0.001"},
+        {3000000000.0, 256, 0, 0, "3000000000"},
+        {-3000000000.0, 256, 0, 0, "-3000000000"},
+        {1e15, 256, 0, 0, "1000000000000000"},
+        {1e20, 256, 0, 0, "100000000000000000000"},
+        {4294967296.5, 256, 1, 0, "4294967296.5"},
+        {123.456, 256, -1, 0, "123"},
+        {123.5, 256, -7, 0, "124"},
+    };
+    for (const FixedRow &r : rows) {
+        char buf[256];
+        EXPECT_EQ(realdco_d(r.value, buf, r.size, r.decimals), r.result) << r.value;
+        EXPECT_STREQ(buf, r.text) << r.value << " decimals " << r.decimals;
+    }
+}
+
+TEST(RealDco, BufferSizes) {
+    const FixedRow rows[] = {
+        {1.0, 16, 2, 1, "1.00"},  {1.0, 5, 2, 1, "1.00"},   {1.0, 4, 2, 2, nullptr},
+        {1.0, 20, 2, 1, "1.00"},  {1.0, 21, 2, 0, "1.00"},  {-1.0, 6, 2, 1, "-1.00"},
+        {-1.0, 5, 2, 2, nullptr}, {7.0, 2, 0, 1, "7"},      {7.0, 1, 0, 2, nullptr},
+        {7.0, 0, 0, 2, nullptr},  {7.0, -1, 0, 2, nullptr},
+    };
+    for (const FixedRow &r : rows) {
+        char buf[40];
+        std::fill(std::begin(buf), std::end(buf), '#');
+        EXPECT_EQ(realdco_d(r.value, buf, r.size, r.decimals), r.result) << r.size;
+        if (r.text) {
+            EXPECT_STREQ(buf, r.text) << r.size;
+        }
+        if (r.size >= 0) {
+            EXPECT_EQ(buf[r.size], '#') << "written past the buffer, size " << r.size;
+        }
+    }
+}
+
+TEST(RealDco, NonFiniteAndExtremes) {
+    char buf[400];
+    for (double v : {std::nan(""), inf, -inf}) {
+        std::strcpy(buf, "old");
+        EXPECT_EQ(realdco_d(v, buf, sizeof buf, 2), 2);
+        EXPECT_STREQ(buf, "");
+        EXPECT_EQ(realdco_sd(v, buf, sizeof buf, 2), 2);
+        EXPECT_STREQ(buf, "");
+    }
+    // Huge values and decimals beyond the double's precision stay digits.
+    ASSERT_EQ(realdco_d(1e300, buf, sizeof buf, 30), 0);
+    EXPECT_EQ(std::strlen(buf), 301u + 1 + 30);
+    EXPECT_EQ(std::strspn(buf, "0123456789."), std::strlen(buf));
+    EXPECT_EQ(std::strncmp(buf, "1000000000", 10), 0);
+    ASSERT_EQ(realdco_d(1.5, buf, sizeof buf, 100), 0);
+    EXPECT_EQ(std::strncmp(buf, "1.5", 3), 0);
+    EXPECT_EQ(std::strspn(buf + 2, "0123456789"), 100u);
+    EXPECT_EQ(realdco_d(1.5, buf, 8, 2147483647), 2);
+}
+
+TEST(RealDco, Scientific) {
+    const FixedRow rows[] = {
+        {12345.678, 256, 3, 0, "1.234e4"},
+        {0.00123, 256, 2, 0, "1.23e-3"},
+        {5.0, 256, 2, 0, "5.00"},
+        {-5.0, 256, 2, 0, "-5.00"},
+        {0.0, 256, 2, 0, "0"},
+        {123.0, 256, 1, 0, "1.2e2"},
+        {-0.5, 256, 1, 0, "-5.0e-1"},
+        {99999.0, 256, 2, 0, "9.99e4"},
+        {1e100, 256, 2, 0, "1.00e100"},
+        {1.5e-300, 256, 1, 0, "1.5e-300"},
+        {42.0, 256, -3, 0, "4.e1"},
+        {12345.678, 7, 3, 2, nullptr},
+        {12345.678, 8, 3, 0, "1.234e4"},
+        {12345.678, 6, 3, 2, nullptr},
+        {5.0, 1, 0, 2, nullptr},
+    };
+    for (const FixedRow &r : rows) {
+        char buf[256];
+        EXPECT_EQ(realdco_sd(r.value, buf, r.size, r.decimals), r.result) << r.value;
+        if (r.text) {
+            EXPECT_STREQ(buf, r.text) << r.value;
+        }
+    }
+}
+
+TEST(RealSplit, ExactWithSign) {
+    struct Row {
+        double value, ip, fp;
+        int32_t result;
+    } rows[] = {
+        {2.75, 2.0, 0.75, 2},
+        {-2.75, -2.0, -0.75, -2},
+        {0.25, 0.0, 0.25, 0},
+        {-0.25, -0.0, -0.25, 0},
+        {4503599627370497.0, 4503599627370497.0, 0.0, INT32_MAX},
+        {2147483647.5, 2147483647.0, 0.5, INT32_MAX},
+        {-2147483648.5, -2147483648.0, -0.5, INT32_MIN},
+        {-1e300, -1e300, -0.0, INT32_MIN},
+        {inf, inf, 0.0, INT32_MAX},
+    };
+    for (const Row &r : rows) {
+        double ip = 1, fp = 1;
+        EXPECT_EQ(utrealds(&r.value, &ip, &fp), r.result) << r.value;
+        EXPECT_EQ(ip, r.ip) << r.value;
+        EXPECT_EQ(fp, r.fp) << r.value;
+        const float fv = static_cast<float>(r.value);
+        float fi = 1, ff = 1;
+        utrealfs(&fv, &fi, &ff);
+        EXPECT_EQ(fi + ff, fv) << r.value;
+        EXPECT_EQ(fi, std::trunc(fv)) << r.value;
+    }
+    const double nan = std::nan("");
+    double ip = 0, fp = 0;
+    EXPECT_EQ(utrealds(&nan, &ip, &fp), 0);
+    EXPECT_TRUE(std::isnan(ip));
+}
+
+// Reading back what the fixed writer wrote gives the value to within half a
+// unit of the last decimal, over a sweep of magnitudes and signs.
+TEST(RealCoding, RoundTripWithinHalfUnit) {
+    for (int k = 0; k < 2000; ++k) {
+        const double v = (k % 2 ? -1 : 1) * std::pow(1.0137, k) * 0.001;
+        for (int32_t decimals : {0, 1, 2, 4}) {
+            char buf[64];
+            ASSERT_LE(realdco_d(v, buf, sizeof buf, decimals), 1);
+            double back = 0;
+            ASSERT_EQ(realcod_d(buf, &back), 0) << buf;
+            EXPECT_LE(std::fabs(back - v), 0.5 * std::pow(10.0, -decimals) * (1 + 1e-9))
+                << v << " -> " << buf;
+        }
+    }
+}
+
+} // namespace
