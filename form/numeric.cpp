@@ -27,17 +27,16 @@ const IntFamily kInts{
     {intcod_i, intcod_i_sup0, intcod_i_ssup0},
     [](int32_t i, char *buf, int32_t size) { return intdco_i(IDB_iInts[i], buf, size); }};
 
-const NumFamily kNums{
-    {&NDB, &NDB_N, std::size(NDB_rk)},
-    {NDB_x, NDB_y, NDB_cx, NDB_cy, NDB_rk},
-    {NDB_bOK, NDB_bInit, NDB_bMand},
-    NDB_dNums,
-    &vf,
-    realcod_d,
-    {realcod_d, realcod_d_sup0, realcod_d_ssup0},
-    [](int32_t i, char *buf, int32_t size) {
-        return realdco_d(NDB_dNums[i], buf, size, NDB_iChiff[i]);
-    }};
+const NumFamily kNums{{&NDB, &NDB_N, std::size(NDB_rk)},
+                      {NDB_x, NDB_y, NDB_cx, NDB_cy, NDB_rk},
+                      {NDB_bOK, NDB_bInit, NDB_bMand},
+                      NDB_dNums,
+                      &vf,
+                      realcod_d,
+                      {realcod_d, realcod_d_sup0, realcod_d_ssup0},
+                      [](int32_t i, char *buf, int32_t size) {
+                          return realdco_d(NDB_dNums[i], buf, size, NDB_iChiff[i]);
+                      }};
 
 const IntFamily kDates{
     {&DDB, &DDB_N, std::size(DDB_rk)},

@@ -1,7 +1,6 @@
 // Row operations of the integer, number and date families.
 #include "form/value_family.h"
 
-
 namespace form {
 namespace {
 

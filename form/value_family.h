@@ -18,8 +18,8 @@ struct ValueFamily {
     Geometry geometry;
     Validity validity;
     T *values;
-    Validator **table; // address of vi, vf or vd
-    Validator initial; // installed by *_param
+    Validator **table;  // address of vi, vf or vd
+    Validator initial;  // installed by *_param
     Validator modes[3]; // installed by *_set modes 0..2; null leaves it
     // Writes the value of row i as text; 0 or 1 when the text is complete.
     int32_t (*format)(int32_t i, char *buf, int32_t size);

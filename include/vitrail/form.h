@@ -47,21 +47,18 @@ typedef int32_t (*DlgBoxPushProc)(WindowRef window);
 /* Global hook: told the field ID of a changed field and given every value
  * table; writes at most `capacity` field IDs into `refresh` (n: show the
  * value of field n again; -n: clear field n) and returns how many. */
-typedef int32_t (*DlgBoxGlobalProc)(int32_t field_id,
-                                    int32_t tdb, int32_t tdb_id, char **texts, int32_t tdb_n,
-                                    int32_t bdb, int32_t bdb_id, int32_t *flags, int32_t bdb_n,
-                                    int32_t idb, int32_t idb_id, int32_t *ints, int32_t idb_n,
-                                    int32_t ndb, int32_t ndb_id, double *nums, int32_t ndb_n,
-                                    int32_t ddb, int32_t ddb_id, int32_t *dates, int32_t ddb_n,
-                                    int32_t *refresh, int32_t capacity);
+typedef int32_t (*DlgBoxGlobalProc)(int32_t field_id, int32_t tdb, int32_t tdb_id, char **texts,
+                                    int32_t tdb_n, int32_t bdb, int32_t bdb_id, int32_t *flags,
+                                    int32_t bdb_n, int32_t idb, int32_t idb_id, int32_t *ints,
+                                    int32_t idb_n, int32_t ndb, int32_t ndb_id, double *nums,
+                                    int32_t ndb_n, int32_t ddb, int32_t ddb_id, int32_t *dates,
+                                    int32_t ddb_n, int32_t *refresh, int32_t capacity);
 
 /* Final hook: asked when the user confirms; 0 keeps the dialog open. */
-typedef int32_t (*DlgBoxFinalProc)(WindowRef window,
-                                   int32_t tdb, char **texts, int32_t tdb_n,
-                                   int32_t bdb, int32_t *flags, int32_t bdb_n,
-                                   int32_t idb, int32_t *ints, int32_t idb_n,
-                                   int32_t ndb, double *nums, int32_t ndb_n,
-                                   int32_t ddb, int32_t *dates, int32_t ddb_n);
+typedef int32_t (*DlgBoxFinalProc)(WindowRef window, int32_t tdb, char **texts, int32_t tdb_n,
+                                   int32_t bdb, int32_t *flags, int32_t bdb_n, int32_t idb,
+                                   int32_t *ints, int32_t idb_n, int32_t ndb, double *nums,
+                                   int32_t ndb_n, int32_t ddb, int32_t *dates, int32_t ddb_n);
 
 /* ---- Text fields (20) ---------------------------------------------------- */
 
@@ -263,20 +260,17 @@ VITRAIL_API int32_t PushDlgBox_set_fvalid(int32_t i, DlgBoxPushProc action);
 
 VITRAIL_API int32_t QarDlgBox_valid(void);
 VITRAIL_API int32_t DlgBoxGlobal_set(DlgBoxGlobalProc hook);
-VITRAIL_API int32_t DlgBoxGlobal_nul(int32_t field_id,
-                                     int32_t tdb, int32_t tdb_id, char **texts, int32_t tdb_n,
-                                     int32_t bdb, int32_t bdb_id, int32_t *flags, int32_t bdb_n,
-                                     int32_t idb, int32_t idb_id, int32_t *ints, int32_t idb_n,
-                                     int32_t ndb, int32_t ndb_id, double *nums, int32_t ndb_n,
-                                     int32_t ddb, int32_t ddb_id, int32_t *dates, int32_t ddb_n,
-                                     int32_t *refresh, int32_t capacity);
+VITRAIL_API int32_t DlgBoxGlobal_nul(int32_t field_id, int32_t tdb, int32_t tdb_id, char **texts,
+                                     int32_t tdb_n, int32_t bdb, int32_t bdb_id, int32_t *flags,
+                                     int32_t bdb_n, int32_t idb, int32_t idb_id, int32_t *ints,
+                                     int32_t idb_n, int32_t ndb, int32_t ndb_id, double *nums,
+                                     int32_t ndb_n, int32_t ddb, int32_t ddb_id, int32_t *dates,
+                                     int32_t ddb_n, int32_t *refresh, int32_t capacity);
 VITRAIL_API int32_t DlgBoxFinal_set(DlgBoxFinalProc hook);
-VITRAIL_API int32_t DlgBoxFinal_nul(WindowRef window,
-                                    int32_t tdb, char **texts, int32_t tdb_n,
-                                    int32_t bdb, int32_t *flags, int32_t bdb_n,
-                                    int32_t idb, int32_t *ints, int32_t idb_n,
-                                    int32_t ndb, double *nums, int32_t ndb_n,
-                                    int32_t ddb, int32_t *dates, int32_t ddb_n);
+VITRAIL_API int32_t DlgBoxFinal_nul(WindowRef window, int32_t tdb, char **texts, int32_t tdb_n,
+                                    int32_t bdb, int32_t *flags, int32_t bdb_n, int32_t idb,
+                                    int32_t *ints, int32_t idb_n, int32_t ndb, double *nums,
+                                    int32_t ndb_n, int32_t ddb, int32_t *dates, int32_t ddb_n);
 VITRAIL_API int32_t TexteDlgBox_global(int32_t i);
 VITRAIL_API int32_t TexteDlgBox_global_ex(int32_t i, DlgBoxGlobalProc hook);
 VITRAIL_API int32_t BoolDlgBox_global(int32_t i);

@@ -5,6 +5,7 @@
 #include <string.h>
 
 #include <vitrail/files.h>
+#include <vitrail/form.h>
 #include <vitrail/numdate.h>
 #include <vitrail/platform.h>
 #include <vitrail/strings.h>
@@ -66,7 +67,61 @@ static void numdate_checks(void) {
     CHECK(strcmp(Qar_Inv_Date_2("20240229", text), "29/02/24") == 0);
 }
 
+/* Form hooks written by a C host against the exact 23- and 16-argument types. */
+static int32_t form_hook_id = -1;
+
+static int32_t form_global(int32_t field_id, int32_t tdb, int32_t tdb_id, char **texts,
+                           int32_t tdb_n, int32_t bdb, int32_t bdb_id, int32_t *flags,
+                           int32_t bdb_n, int32_t idb, int32_t idb_id, int32_t *ints,
+                           int32_t idb_n, int32_t ndb, int32_t ndb_id, double *nums,
+                           int32_t ndb_n, int32_t ddb, int32_t ddb_id, int32_t *dates,
+                           int32_t ddb_n, int32_t *refresh, int32_t capacity) {
+    (void)tdb, (void)tdb_id, (void)texts, (void)tdb_n, (void)bdb, (void)bdb_id, (void)flags;
+    (void)bdb_n, (void)ndb, (void)ndb_id, (void)nums, (void)ndb_n, (void)ddb, (void)ddb_id;
+    (void)dates, (void)ddb_n, (void)refresh, (void)capacity;
+    form_hook_id = field_id;
+    if (idb && field_id - idb_id >= 0 && field_id - idb_id < idb_n) ints[field_id - idb_id] *= 2;
+    return 0;
+}
+
+static int32_t form_final(WindowRef window, int32_t tdb, char **texts, int32_t tdb_n,
+                          int32_t bdb, int32_t *flags, int32_t bdb_n, int32_t idb, int32_t *ints,
+                          int32_t idb_n, int32_t ndb, double *nums, int32_t ndb_n, int32_t ddb,
+                          int32_t *dates, int32_t ddb_n) {
+    (void)window, (void)tdb, (void)texts, (void)tdb_n, (void)bdb, (void)flags, (void)bdb_n;
+    (void)idb, (void)ints, (void)idb_n, (void)ndb, (void)nums, (void)ndb_n, (void)ddb;
+    (void)dates, (void)ddb_n;
+    return 0;
+}
+
+static int32_t form_push(WindowRef window) {
+    (void)window;
+    return 0;
+}
+
+static void form_checks(void) {
+    CHECK(strcmp(OK_sz1, "OK") == 0 && strcmp(OK_sz2, "Annuler") == 0 && OK_def == 1);
+    CHECK(vi == vi_tab && vf == vf_tab && vd == vd_tab && vp == vp_tab);
+    CHECK(DlgBoxGlobal_set(form_global) == 0 && DlgBoxGlobal_fonct == form_global);
+    CHECK(DlgBoxFinal_set(form_final) == 0 && DlgBoxFinal_fonct == form_final);
+    IntDlgBox_param(2, 50);
+    IntDlgBox_set(1, 21, 0);
+    CHECK(vi[1] == intcod_i && IntDlgBox_global(1) == 0 && form_hook_id == 51);
+    CHECK(IDB_iInts[1] == 42); /* written by the hook through the table it was given */
+    IDB_iInts[0] = 7;
+    IDB_bInit[0] = 1;
+    CHECK(QarDlgBox_valid() == 1 && IDB_bOK[0] == 1);
+    PushDlgBox_param(1, 60);
+    CHECK(PushDlgBox_set_fvalid(0, form_push) == 0 && vp[0] == form_push);
+    TexteDlgBox_param(3, 10);
+    CHECK(TDB_BUFFERSIZE == 2730 && TDB_pszBuffer[1] == TDB_szBuffer + 2730);
+    DlgBoxGlobal_set(DlgBoxGlobal_nul);
+    DlgBoxFinal_set(DlgBoxFinal_nul);
+    TDB = IDB = PDB = 0;
+}
+
 int c_host_checks(void) {
+    form_checks();
     files_checks();
     strings_checks();
     port_checks();
