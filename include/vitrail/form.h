@@ -185,6 +185,8 @@ VITRAIL_API int32_t StaticDlgBox_set_type(int32_t i, int32_t type);
 
 /* ---- Text fields --------------------------------------------------------- */
 
+/* Starts the text fields. TDB_BUFFERSIZE = 8192 / count, or 8192 for a count
+ * of 0 (which describes no field). TDB_bPassw is kept from dialog to dialog. */
 VITRAIL_API int32_t TexteDlgBox_param(int32_t count, int32_t base_id);
 VITRAIL_API int32_t TexteDlgBox_set(int32_t i, const char *text);
 VITRAIL_API int32_t TexteDlgBox_set_geo(int32_t i, int32_t x, int32_t y, int32_t cx, int32_t cy,
@@ -197,6 +199,9 @@ VITRAIL_API int32_t TexteDlgBox_retrieve(int32_t i, char *dst, uint32_t size);
 VITRAIL_API int32_t TexteDlgBox_retrieve_liste(int32_t i, char *dst);
 VITRAIL_API int32_t TexteDlgBox_mandatory(int32_t i, int32_t flag);
 VITRAIL_API int32_t TexteDlgBox_password(int32_t i, int32_t flag);
+/* Copies up to 127 stops (to the first 0) and a closing 0 into the field's
+ * list. Fields 0..4 use TDB_ITABSTOPS; fields 5..19 have lists of their own
+ * in the library, so every field keeps its stops. Null stops: no change. */
 VITRAIL_API int32_t TexteDlgBox_set_tabstops(int32_t i, const int32_t *stops);
 VITRAIL_API int32_t TexteDlgBox_get_valid(int32_t i);
 
@@ -258,7 +263,13 @@ VITRAIL_API int32_t PushDlgBox_set_fvalid(int32_t i, DlgBoxPushProc action);
 
 /* ---- Validation chain ---------------------------------------------------- */
 
+/* Recomputes every validity flag of the enabled text, integer, number and
+ * date families from the stored values, writing back what the validators
+ * parse (numbers come back rounded to their decimals); 1 if all are valid.
+ * A value too wide for the 256-byte work text is invalid and left as is; a
+ * null validator accepts the value. */
 VITRAIL_API int32_t QarDlgBox_valid(void);
+/* Installs a hook; null installs the do-nothing default. */
 VITRAIL_API int32_t DlgBoxGlobal_set(DlgBoxGlobalProc hook);
 VITRAIL_API int32_t DlgBoxGlobal_nul(int32_t field_id, int32_t tdb, int32_t tdb_id, char **texts,
                                      int32_t tdb_n, int32_t bdb, int32_t bdb_id, int32_t *flags,
@@ -271,12 +282,17 @@ VITRAIL_API int32_t DlgBoxFinal_nul(WindowRef window, int32_t tdb, char **texts,
                                     int32_t bdb, int32_t *flags, int32_t bdb_n, int32_t idb,
                                     int32_t *ints, int32_t idb_n, int32_t ndb, double *nums,
                                     int32_t ndb_n, int32_t ddb, int32_t *dates, int32_t ddb_n);
+/* Call the global hook for one field (text: TexteDlgBox_global_ex's hook, or
+ * DlgBoxGlobal_fonct when it is null) with every table and a refresh list of
+ * capacity 0; nothing for an index outside the family. Return 0. */
 VITRAIL_API int32_t TexteDlgBox_global(int32_t i);
 VITRAIL_API int32_t TexteDlgBox_global_ex(int32_t i, DlgBoxGlobalProc hook);
 VITRAIL_API int32_t BoolDlgBox_global(int32_t i);
 VITRAIL_API int32_t IntDlgBox_global(int32_t i);
 VITRAIL_API int32_t NumDlgBox_global(int32_t i);
 VITRAIL_API int32_t DateDlgBox_global(int32_t i);
+/* Records at most 255 characters of the final hook's message; both return
+ * DlgBoxFinal_szErr. */
 VITRAIL_API char *DlgBoxFinal_Erreur_set(const char *message);
 VITRAIL_API char *DlgBoxFinal_Erreur(void);
 
