@@ -12,9 +12,15 @@
 
 #include "form/internal.h"
 
+namespace form {
+
+const Family kBools{&BDB, &BDB_N, std::size(BDB_rk)};
+
+} // namespace form
+
 namespace {
 
-const form::Family kBools{&BDB, &BDB_N, std::size(BDB_rk)};
+using form::kBools;
 const form::Geometry kGeometry{BDB_x, BDB_y, BDB_cx, BDB_cy, BDB_rk};
 
 } // namespace

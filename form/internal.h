@@ -53,6 +53,10 @@ struct Family {
     int32_t start(int32_t n) const;
 };
 
+// The text and check-box families, which the validation chain also reads.
+extern const Family kTexts;
+extern const Family kBools;
+
 // Copies at most size - 1 characters of text into dst and terminates it.
 // A null text copies as empty; a null dst or a size below 1 writes nothing.
 void copy_text(char *dst, int32_t size, const char *text);

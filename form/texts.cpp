@@ -18,9 +18,15 @@
 
 #include "form/internal.h"
 
+namespace form {
+
+const Family kTexts{&TDB, &TDB_N, std::size(TDB_rk)};
+
+} // namespace form
+
 namespace {
 
-const form::Family kTexts{&TDB, &TDB_N, std::size(TDB_rk)};
+using form::kTexts;
 const form::Geometry kGeometry{TDB_x, TDB_y, TDB_cx, TDB_cy, TDB_rk};
 const form::Validity kValidity{TDB_bOK, TDB_bInit, TDB_bMand};
 

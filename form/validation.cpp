@@ -17,7 +17,7 @@
 
 namespace {
 
-const form::Family kTexts{&TDB, &TDB_N, std::size(TDB_rk)};
+using form::kTexts;
 
 // Text field i: valid unless mandatory and empty (or never filled), or longer
 // than TDB_iCarac[i]. A null text pointer counts as empty.
@@ -114,8 +114,7 @@ VITRAIL_API int32_t TexteDlgBox_global_ex(int32_t i, DlgBoxGlobalProc hook) {
 }
 
 VITRAIL_API int32_t BoolDlgBox_global(int32_t i) {
-    if (form::family_has(i, BDB_N, std::size(BDB_bFlags)))
-        call_global(DlgBoxGlobal_fonct, BDB_ID_FLAG + i);
+    if (form::kBools.has(i)) call_global(DlgBoxGlobal_fonct, BDB_ID_FLAG + i);
     return 0;
 }
 

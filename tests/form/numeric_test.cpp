@@ -116,24 +116,13 @@ TEST(FormFields, SetModesSelectTheValidator) {
     EXPECT_EQ(IDB_iInts[0], 40000); // kept, though intcod_i will refuse it
 }
 
-TEST(FormFields, NumericSettersGeometryDecimalsAndMandatory) {
+TEST(FormFields, NumericDecimalsMandatoryAndValidators) {
     IntDlgBox_param(3, 1000);
     NumDlgBox_param(3, 2000);
     DateDlgBox_param(3, 3000);
-    EXPECT_EQ(IDB_ID_INT + NDB_ID_NUM + DDB_ID_DATE, 6000);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(NDB_iChiff[i], 5);
-        EXPECT_EQ(IDB_rk[i] + NDB_rk[i] + DDB_rk[i], -3);
-        EXPECT_EQ(IDB_bOK[i] + IDB_bMand[i] - IDB_bInit[i], 2);
-        EXPECT_EQ(NDB_dNums[i], 0.0);
-    }
-    IntDlgBox_set_geo(0, 1, 2, 3, 4, 5);
+    EXPECT_EQ(NDB_iChiff[2], 5);
     NumDlgBox_set_geo(1, 1, 2, 3, 4, 0x20006);
-    DateDlgBox_set_geo(2, 1, 2, 3, -4, 7);
-    EXPECT_EQ(IDB_rk[0], 5);
     EXPECT_EQ(NDB_rk[1], 6);
-    EXPECT_EQ(DDB_cy[2], -4);
-
     NumDlgBox_set_nchiff(0, -3);
     EXPECT_EQ(NDB_iChiff[0], 0);
     NumDlgBox_set_nchiff(0, 40);
@@ -143,16 +132,11 @@ TEST(FormFields, NumericSettersGeometryDecimalsAndMandatory) {
     IntDlgBox_mandatory(1, 0);
     NumDlgBox_mandatory(1, 0);
     DateDlgBox_mandatory(1, 0);
-    EXPECT_EQ(IDB_bOK[1] + NDB_bOK[1] + DDB_bOK[1], 3);
-    EXPECT_EQ(IDB_bMand[1] + NDB_bMand[1] + DDB_bMand[1], 0);
     EXPECT_EQ(IntDlgBox_get_valid(1) + NumDlgBox_get_valid(1) + DateDlgBox_get_valid(1), 3);
+    EXPECT_EQ(IDB_bMand[1] + NDB_bMand[1] + DDB_bMand[1], 0);
 
-    IntDlgBox_set_fvalid(2, nullptr);
     NumDlgBox_set_fvalid(2, realcod_d_sup0);
     DateDlgBox_set_fvalid(2, intcod_l_date);
-    EXPECT_EQ(vi[2], nullptr);
     EXPECT_EQ(vf[2], &realcod_d_sup0);
     EXPECT_EQ(vd[2], &intcod_l_date);
-    IntDlgBox_password(0, 3);
-    EXPECT_EQ(IDB_bPassw[0], 1);
 }
