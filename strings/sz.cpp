@@ -41,8 +41,8 @@ VITRAIL_API int32_t szcnum(char *field, uint32_t n) {
 }
 
 VITRAIL_API int32_t szcopy(char *dst, uint32_t size, const char *src, uint32_t n) {
-    const uint32_t k = std::min(n, size);
-    if (dst && src && k > 0) std::memmove(dst, src, k);
+    if (!dst || !src) return n == 0 ? 1 : 0;
+    if (n > 0 && size > 0) std::memmove(dst, src, std::min(n, size));
     return n <= size ? 1 : 0;
 }
 
@@ -78,7 +78,7 @@ VITRAIL_API int32_t szincl(const char *a, uint32_t la, const char *b, uint32_t l
 
 VITRAIL_API int32_t szcopy_0t(char *dst, uint32_t size, const char *src, uint32_t n) {
     if (!dst || size == 0) return 0;
-    const uint32_t k = std::min(n, size - 1);
+    const uint32_t k = src ? std::min(n, size - 1) : 0;
     szcopy(dst, size, src, k);
     dst[k] = '\0';
     return k == n ? 1 : 0;

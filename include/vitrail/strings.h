@@ -85,7 +85,7 @@ VITRAIL_API int32_t szcnum(char *field, uint32_t n);
 
 /* Copies min(n, size) bytes of src to dst, no terminator. Returns 1 when all
  * n bytes were copied (n <= size), else 0. Overlapping areas are copied
- * correctly. */
+ * correctly. A null dst or src copies nothing (result 1 only for n = 0). */
 VITRAIL_API int32_t szcopy(char *dst, uint32_t size, const char *src, uint32_t n);
 
 /* As szcopy, for areas known to overlap. */
@@ -111,7 +111,8 @@ VITRAIL_API int32_t szincl(const char *a, uint32_t la, const char *b, uint32_t l
 
 /* Copies n bytes of src to dst and terminates. Returns 1, or 0 when dst is
  * too small: it then holds the first size - 1 bytes and a terminator. Size 0
- * writes nothing and returns 0. Reads only the n bytes of src. */
+ * writes nothing and returns 0. Reads only the n bytes of src; a null src
+ * leaves dst empty (result 1 only for n = 0). */
 VITRAIL_API int32_t szcopy_0t(char *dst, uint32_t size, const char *src, uint32_t n);
 
 /* Appends n bytes of src to the string in dst and terminates. Returns 1, or

@@ -1,5 +1,5 @@
-// Capitals: the length-prefixed string stand-ins, the Mac OS Roman capital
-// tables and strupr across its 255-byte chunks.
+// Capitals: the Mac OS Roman capital tables, UpperString and strupr across
+// its 255-byte chunks; the generated Unicode tables.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -11,28 +11,6 @@
 #include "platform/toolbox/textutils.h"
 
 namespace {
-
-TEST(TextUtils, LengthPrefixed) {
-    for (size_t n : {0, 1, 254, 255, 256, 300}) {
-        std::string text(n, 'x');
-        Str255 p;
-        std::memset(p, '#', sizeof p);
-        platform::c2pstrcpy(p, text.c_str());
-        const size_t kept = n < 255 ? n : 255;
-        EXPECT_EQ(p[0], kept) << n;
-        EXPECT_EQ(std::string(reinterpret_cast<char *>(p) + 1, kept), text.substr(0, kept));
-        char back[256];
-        platform::p2cstrcpy(back, p);
-        EXPECT_EQ(std::string(back), text.substr(0, kept)) << n;
-    }
-    // In place, both ways.
-    char buf[256] = "abc";
-    platform::c2pstrcpy(reinterpret_cast<unsigned char *>(buf), buf);
-    EXPECT_EQ(std::string(buf, 4), "\x03"
-                                   "abc");
-    platform::p2cstrcpy(buf, reinterpret_cast<unsigned char *>(buf));
-    EXPECT_STREQ(buf, "abc");
-}
 
 TEST(TextUtils, UpperString) {
     struct Row {
@@ -58,9 +36,9 @@ TEST(TextUtils, UpperString) {
     }
 }
 
-// Every capital in the tables is a character that is not lower case, and the
-// no-mark table gives plain ASCII for every accented Latin letter.
-TEST(TextUtils, UpperTablesAgainstUnicode) {
+// ASCII letters go to their capitals; a capital is its own capital; both
+// tables agree once the marks are removed.
+TEST(TextUtils, UpperTablesConsistent) {
     for (int b = 0; b < 256; ++b) {
         const uint8_t plain = platform::kMacRomanUpper[b];
         const uint8_t marked = platform::kMacRomanUpperMarked[b];
