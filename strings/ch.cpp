@@ -46,6 +46,16 @@ size_t ClampInsert(int32_t pos, size_t len) {
     return static_cast<size_t>(pos) < len ? static_cast<size_t>(pos) : len;
 }
 
+// How many leading bytes of ins (li bytes) stay in place when the tail of a
+// string, from gap to its terminator at end, moves right: all of them unless
+// ins itself lies in that tail.
+size_t UnmovedPart(const char *ins, size_t li, const char *gap, const char *end) {
+    const auto addr = [](const char *p) { return reinterpret_cast<uintptr_t>(p); };
+    if (addr(ins) >= addr(gap) && addr(ins) <= addr(end)) return 0;
+    if (addr(ins) < addr(gap) && addr(ins) + li > addr(gap)) return addr(gap) - addr(ins);
+    return li;
+}
+
 } // namespace
 
 extern "C" {
@@ -106,8 +116,10 @@ VITRAIL_API int32_t chinsch(char *dst, int32_t size, const char *ins, int32_t po
         return 0;
     if (li == 0) return 0;
     const size_t at = ClampInsert(pos, ld);
+    const size_t head = UnmovedPart(ins, li, dst + at, dst + ld);
     std::memmove(dst + at + li, dst + at, ld - at + 1);
-    std::memcpy(dst + at, ins, li);
+    std::memmove(dst + at, ins, head);
+    if (head < li) std::memmove(dst + at + head, ins + head + li, li - head);
     return static_cast<int32_t>(li);
 }
 

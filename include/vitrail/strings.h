@@ -60,8 +60,8 @@ VITRAIL_API void chdelch(char *s, int32_t count, int32_t pos);
 /* Inserts ins into dst (of size bytes) at pos; returns the number of bytes
  * inserted. When the result would need more than size - 1 bytes (any size
  * below 1 included) it returns 0 and dst is unchanged. A negative pos inserts
- * at the front, a pos at or past the end appends. ins must not lie inside
- * dst. */
+ * at the front, a pos at or past the end appends. ins may be a part of dst
+ * itself. */
 VITRAIL_API int32_t chinsch(char *dst, int32_t size, const char *ins, int32_t pos);
 
 /* Inserts the byte c into dst (of size bytes) at pos, positions clamped as

@@ -97,6 +97,12 @@ TEST(Ch, Insert) {
         EXPECT_STREQ(buf, r.out) << r.dst << "+" << r.ins;
         EXPECT_EQ(buf[9], '#') << "written past the buffer";
     }
+    // The inserted text may be part of the destination, before or after the gap.
+    char self[16] = "abc";
+    EXPECT_EQ(chinsch(self, 16, self, 0), 3);
+    EXPECT_STREQ(self, "abcabc");
+    EXPECT_EQ(chinsch(self, 16, self + 1, 2), 5);
+    EXPECT_STREQ(self, "abbcabccabc");
     // 8-byte buffer: 7 bytes held leave no room; 6 bytes fill it exactly.
     char full[9] = "abcdefg";
     EXPECT_EQ(chinsch_c(full, 8, 'X', 0), 0);
