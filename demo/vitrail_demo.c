@@ -1,11 +1,124 @@
-/* The demo host: a C program that uses the library as a host module would,
- * through the public headers and the shared object only. */
+/*
+ * The demo host: a C program that uses the library the way a prescription
+ * module does, through the public headers and the shared object only.
+ *
+ *   Section        What it shows
+ *   dates          today in French, two-digit years, date arithmetic
+ *   numbers        number texts typed with "," or ".", fixed-width fields
+ *   form           a prescription form described in the tables and validated
+ *
+ * Everything runs headless; the output is plain text on stdout.
+ */
 #include <stdio.h>
+#include <string.h>
 
+#include <vitrail/form.h>
 #include <vitrail/numdate.h>
+#include <vitrail/strings.h>
+
+/* Month and day names are stored in code page 850; the terminal wants UTF-8. */
+static void print_cp850(const char *s) {
+    for (; *s; ++s) {
+        if ((unsigned char)*s == 0x82)
+            fputs("\xC3\xA9", stdout); /* é */
+        else
+            putchar(*s);
+    }
+}
+
+static void show_dates(void) {
+    char today[16], shown[16], stored[16];
+    int32_t date, year, month, day;
+
+    printf("== dates\n");
+    Qar_Get_Date_short(today);
+    NUMToLong(today, 8, &date);
+    year = date / 10000, month = date / 100 % 100, day = date % 100;
+    Qar_Inv_Date(today, shown);
+    printf("  today      %s, ", shown);
+    print_cp850(utdatedn(utdatedw(year, month, day)));
+    printf(" %d ", (int)day);
+    print_cp850(utdatemy(month));
+    printf(" %d\n", (int)year);
+
+    Qar_Build_Date_short("01/02/49", stored);
+    printf("  01/02/49   is stored as %s (two-digit years widen around %d)\n", stored, (int)a_org);
+    printf("  20240131 + 30 days = %d; 20010305 - 10 days = %d\n", (int)Get_Date_Incr(20240131, 30),
+           (int)Get_Date_Diff(20010305, 10));
+}
+
+static void show_numbers(void) {
+    static const char *typed[] = {"12,5", " 0.333 ", "1e3", "abc", "-2,75"};
+    char text[32], field[16];
+    double value;
+    size_t i;
+
+    printf("== numbers\n");
+    for (i = 0; i < sizeof typed / sizeof *typed; ++i) {
+        strcpy(text, typed[i]);
+        if (realcod_d(text, &value) == 0) {
+            realdco_d(value, text, (int32_t)sizeof text, 2);
+            printf("  typed \"%s\" reads %s\n", typed[i], text);
+        } else {
+            printf("  typed \"%s\" is not a number\n", typed[i]);
+        }
+    }
+    DoubleToNUMD(12.5, field, 7, 2);
+    field[7] = '\0';
+    printf("  12.5 in a 7-wide NUM field with 2 decimals: %s\n", field);
+}
+
+/* Final check of the prescription form: a treatment ends after it starts. */
+static int32_t check_dates(WindowRef window, int32_t tdb, char **texts, int32_t tdb_n, int32_t bdb,
+                           int32_t *flags, int32_t bdb_n, int32_t idb, int32_t *ints, int32_t idb_n,
+                           int32_t ndb, double *nums, int32_t ndb_n, int32_t ddb, int32_t *dates,
+                           int32_t ddb_n) {
+    (void)window, (void)tdb, (void)texts, (void)tdb_n, (void)bdb, (void)flags, (void)bdb_n;
+    (void)idb, (void)ints, (void)idb_n, (void)ndb, (void)nums, (void)ndb_n;
+    if (ddb && ddb_n >= 2 && dates[1] < dates[0]) {
+        DlgBoxFinal_Erreur_set("La date de fin precede la date de debut.");
+        return 0;
+    }
+    return 1;
+}
+
+static void show_form(void) {
+    char drug[64];
+
+    printf("== form\n");
+    TitreDlgBox_set("Prescription");
+    TexteDlgBox_param(1, 100);
+    TexteDlgBox_set(0, "Amoxicilline 500 mg");
+    IntDlgBox_param(1, 200);
+    IntDlgBox_set(0, 3, 1); /* three a day, must be above 0 */
+    NumDlgBox_param(1, 300);
+    NumDlgBox_set_nchiff(0, 2);
+    NumDlgBox_set(0, 1.23456, 0);
+    DateDlgBox_param(2, 400);
+    DateDlgBox_set(0, 20261123, 1);
+    DateDlgBox_set(1, 20261130, 1);
+    DlgBoxFinal_set(check_dates);
+
+    printf("  fields valid: %d\n", (int)QarDlgBox_valid());
+    TexteDlgBox_retrieve(0, drug, sizeof drug);
+    printf("  drug \"%s\", %d a day, dose %.2f (rounded to 2 decimals on validation)\n", drug,
+           (int)IDB_iInts[0], NDB_dNums[0]);
+    printf("  final hook accepts: %d\n",
+           (int)DlgBoxFinal_fonct(NULL, TDB, TDB_pszBuffer, TDB_N, BDB, BDB_bFlags, BDB_N, IDB,
+                                  IDB_iInts, IDB_N, NDB, NDB_dNums, NDB_N, DDB, DDB_lDates, DDB_N));
+    DateDlgBox_set(1, 20261101, 1);
+    printf("  with the end before the start: accepts %d, says \"%s\"\n",
+           (int)DlgBoxFinal_fonct(NULL, TDB, TDB_pszBuffer, TDB_N, BDB, BDB_bFlags, BDB_N, IDB,
+                                  IDB_iInts, IDB_N, NDB, NDB_dNums, NDB_N, DDB, DDB_lDates, DDB_N),
+           DlgBoxFinal_Erreur());
+    IntDlgBox_set(0, 0, 2); /* zero a day is refused by intcod_i_ssup0 */
+    printf("  with 0 doses a day: fields valid %d\n", (int)QarDlgBox_valid());
+}
 
 int main(void) {
     printf("vitrail demo host\n");
-    printf("  two-digit years widen around %d\n", (int)a_org);
+    show_dates();
+    show_numbers();
+    show_form();
     return 0;
 }
