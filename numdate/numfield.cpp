@@ -103,7 +103,7 @@ VITRAIL_API int32_t NUMPInterToLong(const char *field, int32_t len, int32_t *low
     int32_t begin = skip_blanks_forward(field, 0, end);
     if (begin < end && field[begin] == '[') begin = skip_blanks_forward(field, begin + 1, end);
     int32_t sep = begin;
-    while (sep < end && !std::strchr(",-;", field[sep])) ++sep;
+    while (sep < end && field[sep] != ',' && field[sep] != '-' && field[sep] != ';') ++sep;
     const int32_t low_end = skip_blanks_back(field, begin, sep);
     const int32_t code = NUMToLong(field + begin, low_end - begin, low);
     if (sep == end) return code + NUMToLong(field, -1, high);

@@ -3,7 +3,8 @@
 //
 //   Routine      Direction       Form
 //   realcod_d/f  text -> value   [+|-]int[.|,frac][e|E exp], blanks around
-//   realdco_d    value -> text   [-]int[.frac], exactly decimals digits
+//   realdco_d    value -> text   [-]int[.frac], exactly decimals digits,
+//                                rounded from the shortest decimal of the value
 //   realdco_sd   value -> text   [-]d.ddd[e exp], digits after the point,
 //                                cut from the shortest decimal of the value
 //   utrealds/fs  value -> parts  integer part and fraction, exact
@@ -81,18 +82,29 @@ int32_t read_real(char *text, double *out) {
     return 0;
 }
 
-// A decimal digit of a whole double; precision lost in huge values shows as
-// "0" rather than another byte.
-char digit_char(double d) {
-    return d >= 0.0 && d <= 9.0 ? static_cast<char>('0' + d) : '0';
-}
-
-// Splits whole value w into w / 10 (truncated) and its last digit.
-char next_digit(double &w) {
-    const double q = std::trunc(w / 10.0);
-    const char c = digit_char(w - 10.0 * q);
-    w = q;
-    return c;
+// The shortest fixed-point decimal text of a non-negative finite value,
+// rounded half away from zero to decimals fraction digits (padded with "0").
+std::string fixed_round(double magnitude, int32_t decimals) {
+    std::array<char, 400> buf{}; // the longest fixed text of a double is ~330 bytes
+    char *end =
+        std::to_chars(buf.data(), buf.data() + buf.size(), magnitude, std::chars_format::fixed).ptr;
+    const std::string text(buf.data(), end);
+    const size_t point = std::min(text.find('.'), text.size());
+    const std::string fraction = point < text.size() ? text.substr(point + 1) : "";
+    const auto kept = static_cast<size_t>(decimals);
+    std::string digits = text.substr(0, point) + fraction.substr(0, kept);
+    digits.resize(point + kept, '0');
+    size_t int_len = point;
+    if (kept < fraction.size() && fraction[kept] >= '5') {
+        size_t i = digits.size();
+        while (i > 0 && digits[i - 1] == '9') digits[--i] = '0';
+        if (i == 0)
+            digits.insert(0, 1, '1'), ++int_len;
+        else
+            ++digits[i - 1];
+    }
+    if (kept == 0) return digits;
+    return digits.substr(0, int_len) + "." + digits.substr(int_len);
 }
 
 // The shortest decimal digits that read back as a positive finite value,
@@ -142,24 +154,18 @@ VITRAIL_API int32_t realdco_d(double value, char *buf, int32_t size, int32_t dec
     buf[0] = '\0';
     if (!std::isfinite(value)) return 2;
     if (decimals < 0) decimals = 0;
-    double scale = 1.0;
-    for (int32_t i = 0; i < decimals && !std::isinf(scale); ++i) scale *= 10.0;
-    const double r = value >= 0.0 ? value + 0.5 / scale : value - 0.5 / scale;
-    double ip = 0.0, fp = 0.0;
-    utrealds(&r, &ip, &fp);
-    const bool negative = r < 0.0;
-    if (negative) ip = -ip, fp = -fp;
-    if (ip == 0.0 && !chinsch_c(buf, size, '0', 0)) return 2;
-    while (ip > 0.0)
-        if (!chinsch_c(buf, size, next_digit(ip), 0)) return 2;
-    const int32_t n = static_cast<int32_t>(std::strlen(buf));
-    if (decimals != 0 && !chinsch_c(buf, size, '.', n)) return 2;
-    double g = std::trunc(scale * fp);
-    for (int32_t i = 0; i < decimals; ++i)
-        if (!chinsch_c(buf, size, next_digit(g), n + 1)) return 2;
-    const int32_t result = size - 1 < 20 ? 1 : 0;
-    if (negative && !chinsch_c(buf, size, '-', 0)) return 2;
-    return result;
+    if (decimals >= size) return 2; // the point and one digit at least come with them
+    try {
+        std::string text = fixed_round(std::fabs(value), decimals);
+        if (value < 0.0) text.insert(0, 1, '-');
+        if (!szcopy_0t(buf, static_cast<uint32_t>(size), text.data(),
+                       static_cast<uint32_t>(text.size())))
+            return 2;
+    } catch (...) { // allocation failure: nothing written
+        buf[0] = '\0';
+        return 2;
+    }
+    return size - 1 < 20 ? 1 : 0;
 }
 
 VITRAIL_API int32_t realdco_sd(double value, char *buf, int32_t size, int32_t digits) {
@@ -167,23 +173,28 @@ VITRAIL_API int32_t realdco_sd(double value, char *buf, int32_t size, int32_t di
     buf[0] = '\0';
     if (!std::isfinite(value)) return 2;
     if (value == 0.0) return chinsch_c(buf, size, '0', 0) ? 0 : 2;
-    const Shortest s = shortest(std::fabs(value));
-    // Digits past the buffer cannot fit: no need to produce them.
-    const int32_t wanted = std::min(digits < 0 ? 0 : digits, size);
-    std::string text = value < 0.0 ? "-" : "";
-    text += s.digits[0];
-    text += '.';
-    for (int32_t i = 1; i <= wanted; ++i) text += i < s.count ? s.digits[i] : '0';
-    if (s.exponent != 0) {
-        std::array<char, 12> exponent{};
-        intdco_l(s.exponent, exponent.data(), 12);
-        text += 'e';
-        text += exponent.data();
+    try {
+        const Shortest s = shortest(std::fabs(value));
+        // Digits past the buffer cannot fit: no need to produce them.
+        const int32_t wanted = std::min(digits < 0 ? 0 : digits, size);
+        std::string text = value < 0.0 ? "-" : "";
+        text += s.digits[0];
+        text += '.';
+        for (int32_t i = 1; i <= wanted; ++i) text += i < s.count ? s.digits[i] : '0';
+        if (s.exponent != 0) {
+            std::array<char, 12> exponent{};
+            intdco_l(s.exponent, exponent.data(), 12);
+            text += 'e';
+            text += exponent.data();
+        }
+        return szcopy_0t(buf, static_cast<uint32_t>(size), text.data(),
+                         static_cast<uint32_t>(text.size()))
+                   ? 0
+                   : 2;
+    } catch (...) { // allocation failure: nothing written
+        buf[0] = '\0';
+        return 2;
     }
-    return szcopy_0t(buf, static_cast<uint32_t>(size), text.data(),
-                     static_cast<uint32_t>(text.size()))
-               ? 0
-               : 2;
 }
 
 VITRAIL_API int32_t utrealds(const double *value, double *intpart, double *fraction) {

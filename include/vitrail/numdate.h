@@ -60,13 +60,15 @@ VITRAIL_API int32_t realcod_d(char *text, double *value);
 /* As realcod_d, storing the value converted to single precision. */
 VITRAIL_API int32_t realcod_f(char *text, float *value);
 
-/* Writes value with exactly decimals fraction digits, rounded half away from
- * zero, "." as the point. Returns 0; 1 when it fits but size is 20 or less;
- * 2 when it does not fit (partial text left). A negative decimals count is
- * taken as 0 (no point). A non-finite value (NaN, infinity) is not written:
- * buf is left empty and the result is 2. Digits beyond the double's precision
- * come out as the arithmetic gives them, always "0".."9". A null buf or a
- * size below 1 gives 2 and writes nothing. */
+/* Writes value with exactly decimals fraction digits, "." as the point. The
+ * shortest decimal text that reads back as the value is rounded half away
+ * from zero (2.675 gives "2.68", 1.0625 with 3 decimals "1.063", 9.995 with 2
+ * "10.00"); a negative value that rounds to zero keeps its "-" ("-0.00").
+ * Returns 0; 1 when it fits but size is 20 or less; 2 when it does not fit
+ * (buf then holds its first size - 1 bytes, or nothing when decimals alone
+ * exceed the buffer). A negative decimals count is taken as 0 (no point). A
+ * non-finite value (NaN, infinity) is not written: buf is left empty and the
+ * result is 2. A null buf or a size below 1 gives 2 and writes nothing. */
 VITRAIL_API int32_t realdco_d(double value, char *buf, int32_t size, int32_t decimals);
 
 /* Writes value in scientific form with digits digits after the point

@@ -151,6 +151,10 @@ TEST(NumRead, Interval) {
         EXPECT_EQ(high, r.high) << '"' << r.field << '"';
     }
     int32_t low = 1, high = 1;
+    EXPECT_EQ(NUMPInterToLong("5\0"
+                              "6",
+                              3, &low, &high),
+              11); // a zero byte is no separator
     EXPECT_EQ(NUMPInterToLong("5,6", -1, &low, &high), 22);
     EXPECT_EQ(low + high, 0);
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <limits>
 #include <string>
@@ -223,6 +224,30 @@ TEST(RealSplit, ExactWithSign) {
     double ip = 0, fp = 0;
     EXPECT_EQ(utrealds(&nan, &ip, &fp), 0);
     EXPECT_TRUE(std::isnan(ip));
+}
+
+// Every amount of cents up to 10000.00 is written as its own decimal text,
+// and binary-exact halves round away from zero.
+TEST(RealDco, CentsAndExactHalves) {
+    char buf[32], want[32];
+    for (int32_t k = 0; k <= 1000000; ++k) {
+        const double v = k / 100.0;
+        std::snprintf(want, sizeof want, "%d.%02d", k / 100, k % 100);
+        ASSERT_EQ(realdco_d(v, buf, sizeof buf, 2), 0);
+        ASSERT_STREQ(buf, want) << v;
+        ASSERT_EQ(realdco_d(-v, buf, sizeof buf, 2), 0);
+        ASSERT_STREQ(buf + (k == 0 ? 0 : 1), want) << -v;
+    }
+    const FixedRow halves[] = {{0.125, 32, 2, 0, "0.13"},    {0.375, 32, 2, 0, "0.38"},
+                               {-0.375, 32, 2, 0, "-0.38"},  {1.0625, 32, 3, 0, "1.063"},
+                               {0.5, 32, 0, 0, "1"},         {-1.5, 32, 0, 0, "-2"},
+                               {2.675, 32, 2, 0, "2.68"},    {1.005, 32, 2, 0, "1.01"},
+                               {0.0005, 32, 3, 0, "0.001"},  {-0.0005, 32, 3, 0, "-0.001"},
+                               {0.00049, 32, 3, 0, "0.000"}, {999.9996, 32, 3, 0, "1000.000"}};
+    for (const FixedRow &r : halves) {
+        EXPECT_EQ(realdco_d(r.value, buf, r.size, r.decimals), r.result);
+        EXPECT_STREQ(buf, r.text) << r.value;
+    }
 }
 
 // Reading back what the fixed writer wrote gives the value to within half a
