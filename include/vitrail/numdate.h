@@ -132,6 +132,16 @@ VITRAIL_API int32_t DoubleToNUMD(double value, char *field, int32_t width, int32
  * any failure. A null field gives 11. */
 VITRAIL_API int32_t NUMDToDouble(const char *field, int32_t len, double *result);
 
+/* Number of items of the item list (separators "+", ",", "-") when every
+ * item reads with NUMToLong, else 0 (an empty list is one empty item: 0). A
+ * null list gives 0. Items longer than 11 bytes fail. */
+VITRAIL_API int32_t Teste_NUM_liste(const char *list);
+
+/* Value of item index of the list, 0 when that item or one before it does
+ * not read; an index beyond the last item gives the last item's value, a
+ * negative index or a null list gives 0. */
+VITRAIL_API int32_t Get_NUM_liste(const char *list, int32_t index);
+
 /* ---- Dates -------------------------------------------------------------- */
 
 /* Origin year for widening two-digit years: yy < a_org - 1900 (compared
