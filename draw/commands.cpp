@@ -22,11 +22,21 @@ struct Entry {
 };
 
 constexpr std::array<Entry, 15> kCommands = {{
-    {128, {Kind::Tab, 1}},      {133, {Kind::Tab, 2}},      {129, {Kind::StepTab, 1}},
-    {134, {Kind::StepTab, 2}},  {130, {Kind::AlignOff, 0}}, {131, {Kind::AlignOn, 0}},
-    {138, {Kind::Square, 0}},   {200, {Kind::PenPoint, 1}}, {211, {Kind::PenPoint, 1}},
-    {201, {Kind::PenPoint, 2}}, {212, {Kind::PenPoint, 2}}, {202, {Kind::Line, 1}},
-    {203, {Kind::Line, 2}},     {213, {Kind::Frame, 1}},    {214, {Kind::Frame, 2}},
+    {128, {Kind::Tab, 1}},
+    {133, {Kind::Tab, 2}},
+    {129, {Kind::StepTab, 1}},
+    {134, {Kind::StepTab, 2}},
+    {130, {Kind::AlignOff, 0}},
+    {131, {Kind::AlignOn, 0}},
+    {138, {Kind::Square, 0}},
+    {200, {Kind::PenPoint, 1}},
+    {211, {Kind::PenPoint, 1}},
+    {201, {Kind::PenPoint, 2}},
+    {212, {Kind::PenPoint, 2}},
+    {202, {Kind::Line, 1}},
+    {203, {Kind::Line, 2}},
+    {213, {Kind::Frame, 1}},
+    {214, {Kind::Frame, 2}},
 }};
 
 constexpr std::array<const char *, 14> kPictures = {
@@ -41,8 +51,7 @@ constexpr int64_t kCoordRange = 65536;
 
 // Reads a digit-coded argument: d1 * unit / div, plus high * d2 * unit for
 // the second byte.
-Arg Read(const uint8_t *p, int64_t avail, int32_t width, int32_t unit, int32_t div,
-         int32_t high) {
+Arg Read(const uint8_t *p, int64_t avail, int32_t width, int32_t unit, int32_t div, int32_t high) {
     if (avail <= 0) return {0, 0, false};
     int64_t value = int64_t(p[0] - 32) * unit / div;
     if (width == 1) return {value, 1, true};

@@ -42,14 +42,19 @@ struct Measure {
             result = 0;
             return h.used;
         }
-        case Kind::AlignOff: alRightExtent = 0; return 0;
-        case Kind::AlignOn: alRightExtent = 1; return 0;
+        case Kind::AlignOff:
+            alRightExtent = 0;
+            return 0;
+        case Kind::AlignOn:
+            alRightExtent = 1;
+            return 0;
         case Kind::Square:
         case Kind::Picture:
             Advance(2 * int64_t(u));
             height = std::max(height, 2 * u);
             return 0;
-        default: return 0;
+        default:
+            return 0;
         }
     }
 };

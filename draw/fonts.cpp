@@ -97,8 +97,7 @@ VITRAIL_API int32_t ch_font_set(GrafPtr port, const char *fontName, int32_t fgCo
     return ch_font_set_ext(port, fontName, fgColour, bgColour, size, 0);
 }
 
-VITRAIL_API int32_t ch_font_metrics(GrafPtr, int32_t *height, int32_t *widMax,
-                                    int32_t *leading) {
+VITRAIL_API int32_t ch_font_metrics(GrafPtr, int32_t *height, int32_t *widMax, int32_t *leading) {
     platform::FontInfo info{};
     platform::GetFontInfo(&info);
     if (height) *height = int32_t(info.ascent) + info.descent;

@@ -13,8 +13,22 @@ namespace {
 constexpr uint16_t H = 0x8000, L = 0xC000, F = 0xFFFF;
 
 constexpr std::array<RGBColor, 16> kPalette = {{
-    {0, 0, 0}, {H, 0, 0}, {0, H, 0}, {H, H, 0}, {0, 0, H}, {H, 0, H}, {0, H, H}, {H, H, H},
-    {L, L, L}, {F, 0, 0}, {0, F, 0}, {F, F, 0}, {0, 0, F}, {F, 0, F}, {0, F, F}, {F, F, F},
+    {0, 0, 0},
+    {H, 0, 0},
+    {0, H, 0},
+    {H, H, 0},
+    {0, 0, H},
+    {H, 0, H},
+    {0, H, H},
+    {H, H, H},
+    {L, L, L},
+    {F, 0, 0},
+    {0, F, 0},
+    {F, F, 0},
+    {0, 0, F},
+    {F, 0, F},
+    {0, F, F},
+    {F, F, F},
 }};
 
 } // namespace

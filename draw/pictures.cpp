@@ -48,8 +48,7 @@ VITRAIL_API int32_t BMP_affic_desfond0(const char *pictureName, GrafPtr port, in
     return 0;
 }
 
-VITRAIL_API int32_t BMP_affic_dimfond0(const char *pictureName, int32_t *width,
-                                       int32_t *height) {
+VITRAIL_API int32_t BMP_affic_dimfond0(const char *pictureName, int32_t *width, int32_t *height) {
     platform::PicHandle picture = nullptr;
     Lookup found = LoadPicture(pictureName, &picture);
     if (found != Lookup::Found) return found == Lookup::TooLong ? 0 : 1;

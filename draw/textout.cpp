@@ -82,8 +82,12 @@ struct Writer {
                 MoveTo(c.kind == Kind::Tab ? ForwardTab(x, h.value) : StepTab(x, h.value));
             return h.used;
         }
-        case Kind::AlignOff: alRightOut = 0; return 0;
-        case Kind::AlignOn: alRightOut = 1; return 0;
+        case Kind::AlignOff:
+            alRightOut = 0;
+            return 0;
+        case Kind::AlignOn:
+            alRightOut = 1;
+            return 0;
         case Kind::Square:
             Rectangle_Ex(port, Coord(xOrg + x + u / 2), Coord(yOrg + y + u / 2), u, u,
                          kSquareColour);
@@ -93,10 +97,14 @@ struct Writer {
             BMP_affic_desfond0(PictureName(code), port, Coord(xOrg + x), Coord(yOrg + y + 1));
             Advance(2 * int64_t(u));
             return 0;
-        case Kind::PenPoint: return PenPoint(p, avail, c.argBytes);
-        case Kind::Line: return Stroke(p, avail, c.argBytes, false);
-        case Kind::Frame: return Stroke(p, avail, c.argBytes, true);
-        case Kind::Skip: return 0;
+        case Kind::PenPoint:
+            return PenPoint(p, avail, c.argBytes);
+        case Kind::Line:
+            return Stroke(p, avail, c.argBytes, false);
+        case Kind::Frame:
+            return Stroke(p, avail, c.argBytes, true);
+        case Kind::Skip:
+            return 0;
         }
         return 0;
     }

@@ -51,14 +51,12 @@ VITRAIL_API void Rectangle_Ex(GrafPtr port, int32_t x, int32_t y, int32_t width,
 /* Draws picture pictureName at its natural size with its top-left corner at
  * (x, y): 0 when drawn, 1 when there is no such picture (or pictureName is
  * null); 0 without drawing when the name is longer than 255 characters. */
-VITRAIL_API int32_t BMP_affic_desfond0(const char *pictureName, GrafPtr port, int16_t x,
-                                       int16_t y);
+VITRAIL_API int32_t BMP_affic_desfond0(const char *pictureName, GrafPtr port, int16_t x, int16_t y);
 
 /* Writes the picture's width and height (null outputs are skipped): 0, or 1
  * when there is no such picture; 0 with nothing written when the name is
  * longer than 255 characters. */
-VITRAIL_API int32_t BMP_affic_dimfond0(const char *pictureName, int32_t *width,
-                                       int32_t *height);
+VITRAIL_API int32_t BMP_affic_dimfond0(const char *pictureName, int32_t *width, int32_t *height);
 
 /* Records fontName (cut to 79 bytes; null is ""); when it is not empty,
  * sets the port's font (when the name is known), face and size, the
@@ -77,14 +75,13 @@ VITRAIL_API int32_t ch_font_metrics(GrafPtr port, int32_t *height, int32_t *widM
 /* Draws length bytes of text in the current port with the top of the line at
  * (x, y): returns the width drawn; 0 and nothing drawn when length is
  * negative or above 255. */
-VITRAIL_API int32_t TextOut_0(GrafPtr port, int32_t x, int32_t y, const char *text,
-                              int32_t length);
+VITRAIL_API int32_t TextOut_0(GrafPtr port, int32_t x, int32_t y, const char *text, int32_t length);
 
 /* Width of length bytes of text in the current port's font into *width,
  * 0 into *height; returns the width. Length above 255 or negative: 0, and
  * the outputs are untouched. */
-VITRAIL_API int32_t GetTextExtent_0(GrafPtr port, const char *text, int32_t length,
-                                    int32_t *width, int32_t *height);
+VITRAIL_API int32_t GetTextExtent_0(GrafPtr port, const char *text, int32_t length, int32_t *width,
+                                    int32_t *height);
 
 /* Draws a formatted text at (x, y) from the origin (xOrg, yOrg): returns the
  * total advance. Lines and frames are placed from the origin alone. */

@@ -43,6 +43,13 @@ VITRAIL_API GrafPtr vitrail_port_new(int32_t width, int32_t height);
 /* Frees a port from vitrail_port_new; null is ignored. */
 VITRAIL_API void vitrail_port_dispose(GrafPtr port);
 
+/* Makes `port` the current port: the text routines that work in the
+ * current port (TextOut_0, TextOut_Ext, ...) draw there. Null leaves none. */
+VITRAIL_API void vitrail_port_set_current(GrafPtr port);
+
+/* The current port, or null. */
+VITRAIL_API GrafPtr vitrail_port_current(void);
+
 /* The pixel at (x, y) as 0xRRGGBBAA; 0 outside the port or for null. */
 VITRAIL_API uint32_t vitrail_port_pixel(GrafPtr port, int32_t x, int32_t y);
 

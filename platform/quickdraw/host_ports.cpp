@@ -32,6 +32,14 @@ VITRAIL_API void vitrail_port_dispose(GrafPtr port) {
     platform::DisposePort(port);
 }
 
+VITRAIL_API void vitrail_port_set_current(GrafPtr port) {
+    platform::SetPort(port);
+}
+
+VITRAIL_API GrafPtr vitrail_port_current(void) {
+    return platform::CurrentPort();
+}
+
 VITRAIL_API uint32_t vitrail_port_pixel(GrafPtr port, int32_t x, int32_t y) {
     if (!port || x < 0 || y < 0 || x >= port->width || y >= port->height) return 0;
     const uint8_t *p = &port->pixels[(size_t(y) * size_t(port->width) + size_t(x)) * 4];

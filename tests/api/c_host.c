@@ -4,6 +4,7 @@
 #include <stdio.h>
 #include <string.h>
 
+#include <vitrail/draw.h>
 #include <vitrail/files.h>
 #include <vitrail/form.h>
 #include <vitrail/numdate.h>
@@ -120,7 +121,25 @@ static void form_checks(void) {
     TDB = IDB = PDB = 0;
 }
 
+/* Text and drawing: palette, rectangles and text reach a port from C. */
+static void draw_checks(void) {
+    GrafPtr port = vitrail_port_new(40, 20);
+    RGBColor red = vga_col(25);
+    int32_t w = 0, h = -1;
+    CHECK(red.red == 0xFFFF && red.green == 0 && red.blue == 0);
+    Rectangle_Ex(port, 2, 2, 6, 6, 9);
+    CHECK(vitrail_port_pixel(port, 4, 4) == 0xFF0000FFu);
+    CHECK(ch_font_set(port, "Geneva", 0, 255, 10) == 0 && strcmp(ch_font_FontName, "Geneva") == 0);
+    vitrail_port_set_current(port);
+    CHECK(vitrail_port_current() == port);
+    CHECK(char_dy > 1 && GetTextExtent_Ext(port, 0, 0, "ab", 2, &w, &h) == 1 && w > 0 && h == 0);
+    CHECK(BMP_affic_dimfond0("no such picture", &w, &h) == 1);
+    vitrail_port_dispose(port);
+    CHECK(vitrail_port_current() == NULL);
+}
+
 int c_host_checks(void) {
+    draw_checks();
     form_checks();
     files_checks();
     strings_checks();

@@ -1,0 +1,49 @@
+// A port made current for one test, with the text statics back at their
+// load values, and readers of its pixels and trace.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include <vitrail/draw.h>
+#include <vitrail/platform.h>
+
+#include "draw/internal.h"
+#include "platform/quickdraw/port.h"
+
+namespace vitrail_test {
+
+constexpr uint32_t kWhite = 0xFFFFFFFF, kBlack = 0x000000FF, kRed = 0xFF0000FF;
+
+class DrawTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        port = vitrail_port_new(400, 200);
+        platform::SetPort(port);
+        ch_font_FontName[0] = '\0';
+        char_dy = 0;
+        draw::posxprev = draw::posyprev = 0;
+        draw::alRightOut = draw::alRightExtent = 0;
+    }
+    void TearDown() override { vitrail_port_dispose(port); }
+
+    uint32_t at(int32_t x, int32_t y) const { return vitrail_port_pixel(port, x, y); }
+
+    // The traced operations of one kind, oldest first.
+    std::vector<vitrail_trace_op> ops(int32_t kind) const {
+        std::vector<vitrail_trace_op> out;
+        vitrail_trace_op op;
+        for (int32_t i = 0; vitrail_port_trace_get(port, i, &op) == 0; ++i)
+            if (op.kind == kind) out.push_back(op);
+        return out;
+    }
+
+    // A font whose "X" is narrower than 8 pixels, so that U is 8.
+    void smallFont() { ch_font_set(port, "Geneva", 0, 255, 9); }
+
+    GrafPtr port = nullptr;
+};
+
+} // namespace vitrail_test

@@ -1,0 +1,101 @@
+// Palette, lines, rectangles and named pictures, checked through pixels.
+#include <string>
+
+#include "draw_fixture.h"
+#include "platform/quickdraw/pen.h"
+#include "support/temp_resources.h"
+
+using vitrail_test::DrawTest;
+using vitrail_test::kBlack;
+using vitrail_test::kRed;
+using vitrail_test::kWhite;
+
+TEST(Palette, IndexesWrapModulo16AndNegativeOnesGiveBlack) {
+    struct Row {
+        int32_t index;
+        RGBColor colour;
+    } rows[] = {
+        {0, {0, 0, 0}},        {7, {0x8000, 0x8000, 0x8000}},   {8, {0xC000, 0xC000, 0xC000}},
+        {9, {0xFFFF, 0, 0}},   {15, {0xFFFF, 0xFFFF, 0xFFFF}},  {16, {0, 0, 0}},
+        {25, {0xFFFF, 0, 0}},  {255, {0xFFFF, 0xFFFF, 0xFFFF}}, {-1, {0, 0, 0}},
+        {INT32_MIN, {0, 0, 0}}};
+    for (const Row &r : rows) {
+        RGBColor c = vga_col(r.index);
+        EXPECT_EQ(c.red, r.colour.red) << r.index;
+        EXPECT_EQ(c.green, r.colour.green) << r.index;
+        EXPECT_EQ(c.blue, r.colour.blue) << r.index;
+    }
+}
+
+TEST_F(DrawTest, LineExDrawsA2By2LineAndLeavesThePenNormalAndBlack) {
+    GrafPtr other = vitrail_port_new(10, 10);
+    platform::SetPort(other);
+    Line_Ex(port, 16, 50, 144, 50, 12, 2);
+    GrafPtr now = nullptr;
+    platform::GetPort(&now);
+    EXPECT_EQ(now, other);
+    for (int32_t x : {16, 80, 145}) {
+        EXPECT_EQ(at(x, 50), 0x0000FFFFu) << x;
+        EXPECT_EQ(at(x, 51), 0x0000FFFFu) << x;
+    }
+    EXPECT_EQ(at(146, 50), kWhite);
+    EXPECT_EQ(at(15, 50), kWhite);
+    EXPECT_EQ(at(80, 52), kWhite);
+    EXPECT_EQ(port->pnSize.h, 1);
+    EXPECT_EQ(port->pnSize.v, 1);
+    EXPECT_EQ(port->fgColour.blue, 0);
+    RGBColor orange{0xFFFF, 0x8000, 0};
+    LineC_Ex(port, 10, 100, 10, 110, orange, 3);
+    EXPECT_EQ(at(12, 112), 0xFF8000FFu);
+    EXPECT_EQ(at(13, 105), kWhite);
+    Line_Ex(nullptr, 0, 0, 5, 5, 0, 1); // no port: nothing happens
+    vitrail_port_dispose(other);
+}
+
+TEST_F(DrawTest, RectangleExPaintsRedWithABlackBorder) {
+    Rectangle_Ex(port, 10, 20, 8, 8, 9);
+    struct Probe {
+        int32_t x, y;
+        uint32_t rgba;
+    } probes[] = {{10, 20, kBlack}, {17, 20, kBlack}, {10, 27, kBlack}, {17, 27, kBlack},
+                  {13, 20, kBlack}, {11, 21, kRed},   {16, 26, kRed},   {18, 24, kWhite},
+                  {14, 28, kWhite}, {9, 24, kWhite}};
+    for (const Probe &p : probes) EXPECT_EQ(at(p.x, p.y), p.rgba) << p.x << "," << p.y;
+    auto frames = ops(vitrail_op_frame_rect);
+    ASSERT_EQ(frames.size(), 1u);
+    EXPECT_EQ(frames[0].x1, 10);
+    EXPECT_EQ(frames[0].y1, 20);
+    EXPECT_EQ(frames[0].x2, 18);
+    EXPECT_EQ(frames[0].y2, 28);
+    EXPECT_EQ(port->fgColour.red, 0);
+    Rectangle_Ex(port, 50, 50, -5, 4, 9); // inverted: nothing painted
+    EXPECT_EQ(at(48, 51), kWhite);
+}
+
+TEST_F(DrawTest, PicturesAreDrawnAtNaturalSizeAndMeasured) {
+    vitrail_test::TempResources res;
+    ASSERT_TRUE(res.picture("repferb", 40, 20, 0x00C000, 5, 5));
+    EXPECT_EQ(BMP_affic_desfond0("repferb", port, 100, 50), 0);
+    EXPECT_EQ(at(100, 50), 0x00C000FFu);
+    EXPECT_EQ(at(139, 69), 0x00C000FFu);
+    EXPECT_EQ(at(140, 60), kWhite);
+    EXPECT_EQ(at(120, 70), kWhite);
+    EXPECT_EQ(at(99, 50), kWhite);
+    int32_t w = -1, h = -1;
+    EXPECT_EQ(BMP_affic_dimfond0("repferb", &w, &h), 0);
+    EXPECT_EQ(w, 40);
+    EXPECT_EQ(h, 20);
+
+    std::string longName(256, 'a');
+    w = h = -1;
+    struct Row {
+        const char *name;
+        int32_t drawn, measured;
+    } rows[] = {{"absent", 1, 1}, {nullptr, 1, 1}, {longName.c_str(), 0, 0}};
+    for (const Row &r : rows) {
+        EXPECT_EQ(BMP_affic_desfond0(r.name, port, 0, 0), r.drawn);
+        EXPECT_EQ(BMP_affic_dimfond0(r.name, &w, &h), r.measured);
+    }
+    EXPECT_EQ(w, -1);
+    EXPECT_EQ(ops(vitrail_op_picture).size(), 1u);
+}
