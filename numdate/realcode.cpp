@@ -2,7 +2,8 @@
 // writers, and the integer/fraction split they rest on.
 //
 //   Routine      Direction       Form
-//   realcod_d/f  text -> value   [+|-]int[.|,frac][e|E exp], blanks around
+//   realcod_d/f  text -> value   [+|-]int[.|,frac][e|E exp], blanks around,
+//                                correctly rounded
 //   realdco_d    value -> text   [-]int[.frac], exactly decimals digits,
 //                                rounded from the shortest decimal of the value
 //   realdco_sd   value -> text   [-]d.ddd[e exp], digits after the point,
@@ -20,6 +21,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <system_error>
 
 namespace {
 
@@ -55,6 +57,23 @@ double apply_exponent(double value, int64_t n) {
     return value;
 }
 
+// The correctly rounded value of int.frac x 10^exponent (the nearest
+// double, as a compiler reads the literal). Beyond the double range, and
+// should the work text fail to allocate, the digit arithmetic decides
+// between infinity and zero.
+double decimal_value(const char *ib, const char *ie, const char *fb, const char *fe,
+                     int32_t exponent) {
+    try {
+        std::string text = "0"; // keeps ".5" and "." readable
+        text.append(ib, ie).append(".").append(fb, fe).append("e");
+        text += std::to_string(exponent);
+        double value = 0.0;
+        const auto r = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (r.ec == std::errc()) return value;
+    } catch (...) {}
+    return apply_exponent(digits_value(ib, ie, fb, fe), exponent);
+}
+
 int32_t read_real(char *text, double *out) {
     if (!text || chelibl_f(text) == 0 || chelibl_d(text) == 0) return 1;
     char *p = text;
@@ -72,12 +91,11 @@ int32_t read_real(char *text, double *out) {
     const int32_t frac_begin = point < 0 ? mantissa_end : point + 1;
     if (!all_digits(p, p + int_end)) return 3;
     if (!all_digits(p + frac_begin, p + mantissa_end)) return 4;
-    double value = digits_value(p, p + int_end, p + frac_begin, p + mantissa_end);
+    int32_t exponent = 0;
     if (marker >= 0 && p[marker + 1] != '\0') {
-        int32_t exponent = 0;
         if (int32_t code = intcod_l(p + marker + 1, &exponent)) return code + 4;
-        value = apply_exponent(value, exponent);
     }
+    const double value = decimal_value(p, p + int_end, p + frac_begin, p + mantissa_end, exponent);
     if (out) *out = negative ? -value : value;
     return 0;
 }

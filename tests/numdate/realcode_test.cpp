@@ -67,6 +67,27 @@ TEST(RealCod, FormsAndCodes) {
     }
 }
 
+// Readings are the nearest doubles, as the compiler reads the same literals.
+TEST(RealCod, NearestDouble) {
+    const struct {
+        const char *text;
+        double value;
+    } rows[] = {{"0,3", 0.3},
+                {"0.1", 0.1},
+                {"2.675", 2.675},
+                {"123456.789e-3", 123.456789},
+                {"1.7976931348623157e308", 1.7976931348623157e308},
+                {"4.9406564584124654e-324", 4.9406564584124654e-324},
+                {"0.000001234", 0.000001234},
+                {"98765432109876543210", 98765432109876543210.0}};
+    for (const auto &r : rows) {
+        std::string text = r.text;
+        double value = 0;
+        ASSERT_EQ(realcod_d(text.data(), &value), 0) << r.text;
+        EXPECT_EQ(value, r.value) << r.text;
+    }
+}
+
 TEST(RealCod, LongDigitRunsAndSingle) {
     std::string text = std::string(500, '0') + "1.5";
     double d = 0;
