@@ -53,8 +53,8 @@ VITRAIL_API int32_t intdco_i(int32_t value, char *buf, int32_t size);
  * integer digit, 4 bad fraction digit, 5..8 the exponent's intcod_l code + 4.
  * The value is the double nearest to the decimal number ("0.3" reads as the
  * literal 0.3). No range check: beyond the double range the result is an
- * infinity or zero. Any number of leading zeros is accepted. Null text gives 1; a null value
- * address gives the code without storing. */
+ * infinity or zero. Any number of leading zeros is accepted. Null text gives
+ * 1; a null value address gives the code without storing. */
 VITRAIL_API int32_t realcod_d(char *text, double *value);
 
 /* As realcod_d, storing the value converted to single precision. */
