@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/toolbox/datetime.h"
+
 #include <cstdint>
 #include <cstring>
 #include <ctime>
@@ -265,6 +267,9 @@ TEST(Dates, ClockForms) {
         std::strftime(buf, sizeof buf, format, &tm);
         return std::string(buf);
     };
+    platform::DateTimeRec now{};
+    platform::GetTime(&now);
+    EXPECT_EQ(now.dayOfWeek - 1, utdatedw(now.year, now.month, now.day));
     char dst[16];
     struct Form {
         int32_t (*get)(char *);

@@ -186,17 +186,4 @@ TEST(NumRead, Decimal) {
     }
 }
 
-TEST(NumCoding, RoundTripEveryWidth) {
-    for (int32_t width = 1; width <= 11; ++width) {
-        for (int32_t v : {0, 1, 9, 10, 99, 12345, 99999, 2147483647}) {
-            char field[12];
-            const int32_t code = LongToNUM(v, field, width);
-            if (code != 0) continue;
-            int32_t back = -1;
-            EXPECT_EQ(NUMToLong(field, width, &back), 0) << v << " width " << width;
-            EXPECT_EQ(back, v);
-        }
-    }
-}
-
 } // namespace
