@@ -1,6 +1,8 @@
 // Pictures: frames read from the PNG header, pixels blended into the port.
 #include "platform/quickdraw/pictures.h"
 
+#include <algorithm>
+
 #include "platform/quickdraw/png.h"
 #include "platform/quickdraw/port.h"
 #include "platform/toolbox/mac_roman.h"
@@ -18,13 +20,13 @@ Rect FrameOf(const RgbaImage &image) {
 void Blit(Port &port, const RgbaImage &image, const Rect &dst) {
     int32_t w = dst.right - dst.left, h = dst.bottom - dst.top;
     if (w <= 0 || h <= 0) return;
-    for (int32_t y = 0; y < h; ++y) {
+    int32_t y0 = std::max(0, -dst.top), y1 = std::min(h, port.height - dst.top);
+    int32_t x0 = std::max(0, -dst.left), x1 = std::min(w, port.width - dst.left);
+    for (int32_t y = y0; y < y1; ++y) {
         int32_t py = dst.top + y;
-        if (py < 0 || py >= port.height) continue;
         size_t sy = size_t(int64_t(y) * image.height / h);
-        for (int32_t x = 0; x < w; ++x) {
+        for (int32_t x = x0; x < x1; ++x) {
             int32_t px = dst.left + x;
-            if (px < 0 || px >= port.width) continue;
             size_t sx = size_t(int64_t(x) * image.width / w);
             const uint8_t *s = &image.pixels[(sy * size_t(image.width) + sx) * 4];
             RGBColor c{uint16_t(s[0] * 0x101), uint16_t(s[1] * 0x101), uint16_t(s[2] * 0x101)};

@@ -310,7 +310,13 @@ TEST(Pictures, NamedPictureIsFoundDrawnAtItsFrameAndReleased) {
     EXPECT_EQ(info.sourceRect.bottom, 25);
     Rect dst{50, 100, 70, 140};
     DrawPicture(h, &dst);
+    Rect clipped{-5, -20, 15, 20}; // partly outside the port
+    DrawPicture(h, &clipped);
     ReleaseResource(h);
+    EXPECT_EQ(s.at(0, 0), 0x00FF00FFu);
+    EXPECT_EQ(s.at(19, 14), 0x00FF00FFu);
+    EXPECT_EQ(s.at(20, 14), kWhite);
+    EXPECT_EQ(s.at(19, 15), kWhite);
     EXPECT_EQ(s.at(100, 50), 0x00FF00FFu);
     EXPECT_EQ(s.at(139, 69), 0x00FF00FFu);
     EXPECT_EQ(s.at(140, 69), kWhite);
