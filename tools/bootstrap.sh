@@ -5,7 +5,7 @@ set -eu
 packages="g++ cmake ninja-build pkg-config binutils
 libgtest-dev libgmock-dev libbenchmark-dev
 libfreetype-dev libfontconfig-dev libpng-dev libsdl2-dev
-fonts-dejavu-core fonts-liberation2 xvfb xauth"
+fonts-dejavu-core fonts-liberation2 xvfb xauth procps"
 
 missing=""
 for p in $packages; do

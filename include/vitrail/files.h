@@ -8,7 +8,9 @@
  *   DATA_MFIL_TAB   5 slots: hMem, lAlloc, iMode, lSize, lPos       zero-filled, iMode -1
  *   DATA_MFIL_ID    highest memory-file handle in counting mode     -1
  *
- * Paths are Mac paths "Vol:dir:file" naming <volumes root>/Vol/dir/file.
+ * Paths are Mac paths "Vol:dir:file" naming <volumes root>/Vol/dir/file
+ * (the volumes root is "/Volumes" unless changed, see platform.h); in the
+ * Unix form a "/" inside a Mac name becomes ":".
  */
 #ifndef VITRAIL_FILES_H
 #define VITRAIL_FILES_H
@@ -16,6 +18,74 @@
 #include <vitrail/types.h>
 
 VITRAIL_BEGIN_DECLS
+
+/* ---- POSIX files and path conversion ------------------------------------
+ *
+ *   Item           What it is
+ *   descriptor     the POSIX file descriptor itself (0 or more)
+ *   unixPath       a caller buffer of 256 bytes
+ *   positions      32-bit signed (larger file offsets are cut to 32 bits)
+ *
+ * Both converters take the text before the first ":" as the volume name
+ * (the whole path when there is no ":") and probe <volumes root>/<volume>:
+ *   MAC2UNIX     probe with stat: a regular file there means "no volume" and
+ *                gives the path without its volume name, rooted at "/";
+ *                anything else gives <root>/<whole path>.
+ *   BSDMAC2UNIX  probe with `ls -a`: existing gives <root>/<whole path>,
+ *                missing gives the path without its volume, rooted at "/".
+ * The result is cut to 255 characters and a NUL (so it always fits the
+ * 256-byte buffer). A null macPath gives ""; a null unixPath writes nothing.
+ * The functions below that act on a path refuse (-1) a path whose Unix form
+ * does not fit, rather than act on a cut one.
+ */
+VITRAIL_API void MAC2UNIX(const char *macPath, char *unixPath);
+VITRAIL_API void BSDMAC2UNIX(const char *macPath, char *unixPath);
+
+/* Opens the file at `macPath` (converted with MAC2UNIX). A flag counts as
+ * set when above 0.
+ *   both       read and write; the file must exist.
+ *   read only  the path must name an existing regular file.
+ *   write only sets the process's creation mask to 0 (it stays so) and
+ *              creates the file readable and writable by everybody, or
+ *              empties it when present.
+ *   neither    opens nothing and answers -1.
+ * Answers the descriptor, or -1. Descriptors are not inherited by the shell
+ * commands the library runs. */
+VITRAIL_API int32_t xFile_Open(const char *macPath, int32_t bRead, int32_t bWrite);
+
+/* Closes `fd`: 0, or -1 for a descriptor that is not open. */
+VITRAIL_API int32_t xFile_Close(int32_t fd);
+
+/* The file's length; the position is then set to the start of the file.
+ * -1 when the descriptor cannot seek. */
+VITRAIL_API int32_t xFile_Size(int32_t fd);
+
+/* Reads up to `count` bytes: the bytes read, 0 at the end of the file and
+ * on any error (also for a null buffer or a count of 0 or less). */
+VITRAIL_API int32_t xFile_Read(int32_t fd, void *buffer, int32_t count);
+
+/* Writes `count` bytes: the bytes written, or -1 on error (also for a null
+ * buffer or a negative count). */
+VITRAIL_API int32_t xFile_Write(int32_t fd, const void *buffer, int32_t count);
+
+/* Moves to `offset` from the start: the new position, or -1 (a negative
+ * offset is refused). */
+VITRAIL_API int32_t xFile_Lseek(int32_t fd, int32_t offset);
+
+/* The current position, or -1. */
+VITRAIL_API int32_t xFile_GetPos(int32_t fd);
+
+/* Sets the file's length to `length` and moves there: 0, or -1 (a negative
+ * length is refused and changes nothing). */
+VITRAIL_API int32_t xFile_SetEOF(int32_t fd, int32_t length);
+
+/* Removes the file (or empty folder) at `macPath` (converted with
+ * BSDMAC2UNIX): 0 or -1. */
+VITRAIL_API int32_t MACRemove(const char *macPath);
+
+/* Renames `oldMacPath` to `newMacPath` (both converted with BSDMAC2UNIX):
+ * 0 or -1. */
+VITRAIL_API int32_t MACRename(const char *oldMacPath, const char *newMacPath);
 
 /* ---- Global memory and memory files ------------------------------------ */
 

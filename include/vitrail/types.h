@@ -64,6 +64,7 @@ typedef struct OpaqueDialogPtr *DialogRef;
 typedef DialogRef DialogPtr;
 typedef struct OpaqueControlRef *ControlRef;
 typedef struct __CFBundle *CFBundleRef;
+typedef const struct __CFString *CFStringRef;
 
 typedef int16_t DialogItemIndex;
 

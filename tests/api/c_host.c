@@ -10,6 +10,7 @@
 #include <vitrail/numdate.h>
 #include <vitrail/platform.h>
 #include <vitrail/strings.h>
+#include <vitrail/unixtools.h>
 
 #include "c_host.h"
 
@@ -138,7 +139,34 @@ static void draw_checks(void) {
     CHECK(vitrail_port_current() == NULL);
 }
 
+/* Shell tools and POSIX files reached from C. */
+static int32_t c_host_line(const char *line) {
+    return line[0] == 'c' ? 0 : 1;
+}
+
+static void unixtools_checks(void) {
+    char out[256];
+    CFStringRef name = vitrail_cf_string("System.framework");
+    CFBundleRef bundle = NULL;
+    CHECK(RunningOnCarbonX() == 1);
+    CHECK(MACOSVersion() > 0xFFF);
+    CHECK(LoadFrameworkBundleSystem(name, &bundle) == 0 && bundle != NULL);
+    CHECK(vitrail_bundle_function(bundle, "popen") != NULL);
+    vitrail_cf_release(bundle);
+    vitrail_cf_release(name);
+    CHECK(BSDInvokeTool("printf c_host", out, (int32_t)sizeof out) == 0);
+    CHECK(strcmp(out, "c_host") == 0);
+    CHECK(BSDInvokeToolPr("printf 'c\\n'", c_host_line) == 0);
+    CHECK(BSDtestProcess("") == 0 && BSDtest == 0);
+    BSDDir_ProcessFiles_fPtr = NULL;
+    CHECK(BSDcr == 0 && BSDnNbFic == 0);
+    CHECK(xFile_Open(NULL, 1, 0) == -1);
+    MAC2UNIX("Vol:a/b", out);
+    CHECK(strstr(out, "/Vol/a:b") != NULL);
+}
+
 int c_host_checks(void) {
+    unixtools_checks();
     draw_checks();
     form_checks();
     files_checks();
