@@ -12,16 +12,18 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/toolbox/errors.h"
+#include "platform/toolbox/files.h"
 
 struct __CFURL;
 
 namespace platform {
 
+constexpr OSStatus coreFoundationUnknownErr = -4960;
+
 constexpr int16_t kOnAppropriateDisk = -32767;
 constexpr int16_t kSystemDomain = -32766;
 constexpr int16_t kLocalDomain = -32765;
-constexpr OSType kFrameworksFolderType = FourCC("fram");
+constexpr OSType kFrameworksFolderType = FourCharCode("fram");
 constexpr Boolean kCreateFolder = 1;
 
 // A folder found by FSFindFolder: its Unix path.

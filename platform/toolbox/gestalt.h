@@ -4,11 +4,12 @@
 
 #include <cstdint>
 
-#include "platform/toolbox/errors.h"
+#include "platform/toolbox/files.h"
 
 namespace platform {
 
-constexpr OSType gestaltSystemVersion = FourCC("sysv");
+constexpr OSType gestaltSystemVersion = FourCharCode("sysv");
+constexpr OSErr gestaltUndefSelectorErr = -5551;
 
 // The version answered by default: 10.4.5 in binary-coded decimal.
 constexpr int32_t kDefaultSystemVersion = 0x1045;

@@ -94,7 +94,7 @@ TEST(Bundles, FolderLookupKnowsOnlyTheFrameworksFolders) {
                                      platform::kCreateFolder, &ref),
               platform::noErr);
     EXPECT_EQ(ref.path, "/Library/Frameworks");
-    EXPECT_EQ(platform::FSFindFolder(platform::kOnAppropriateDisk, platform::FourCC("pref"),
+    EXPECT_EQ(platform::FSFindFolder(platform::kOnAppropriateDisk, platform::FourCharCode("pref"),
                                      platform::kCreateFolder, &ref),
               platform::fnfErr);
     EXPECT_EQ(platform::FSFindFolder(-1, platform::kFrameworksFolderType, 0, &ref),
