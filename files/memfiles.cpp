@@ -143,7 +143,8 @@ VITRAIL_API int32_t MFil_Write(int32_t handle, const void *buffer, int32_t count
     }
     auto *block = static_cast<char *>(GlobalLock(s->hMem));
     if (!block) return 0;
-    if (count > 0) std::memcpy(block + s->lPos, buffer, size_t(count));
+    // Bytes already in place (a caller that filled the block directly) are not copied.
+    if (count > 0 && block + s->lPos != buffer) std::memcpy(block + s->lPos, buffer, size_t(count));
     s->lPos += count;
     if (s->lPos > s->lSize) s->lSize = s->lPos;
     GlobalUnlock(s->hMem);

@@ -1,0 +1,135 @@
+// Reading profile files.
+//
+//   Reader state   Meaning                          Leaves it
+//   outside        not in the wanted section        "]" closing the wanted name in a "[" line
+//   inside         in an occurrence of the section  "[" anywhere (back to outside)
+//   found          the key's "=" was met            the end of that line
+//
+// The reader keeps at most 1023 bytes of a line for its comparisons and at
+// most size - 1 bytes of the value. Lines that do not start with "[" cannot
+// change the state outside the section, so the scan jumps from "[" to "[".
+#include <cstring>
+#include <string>
+
+#include <vitrail/files.h>
+#include <vitrail/numdate.h>
+#include <vitrail/profile.h>
+#include <vitrail/strings.h>
+
+#include "profile/load.h"
+
+namespace {
+
+using profile::kUnlimited;
+constexpr size_t kLineStored = 1023;
+constexpr size_t npos = std::string_view::npos;
+
+enum class State { Outside, Inside, Found };
+
+struct Query {
+    std::string_view section, key;
+};
+
+// Runs the reader's rules over one clean line from state `st`; on Found,
+// `value` gets the index where the value starts.
+State ScanLine(std::string_view line, State st, const Query &q, size_t &value) {
+    size_t i = 0;
+    while (i < line.size()) {
+        if (st == State::Outside) {
+            if (line[0] != '[') return st;
+            size_t j = profile::HeaderEnd(line, i, q.section, kLineStored);
+            if (j == npos) return st;
+            st = State::Inside;
+            i = j + 1;
+            continue;
+        }
+        size_t j = line.find_first_of("=[", i);
+        if (j == npos) return st;
+        if (line[j] == '[') {
+            st = State::Outside;
+        } else if (profile::KeyBefore(line, j, q.key, kLineStored)) {
+            value = j + 1;
+            return State::Found;
+        }
+        i = j + 1;
+    }
+    return st;
+}
+
+// True when the "[" at `b` is the first kept byte of its line.
+bool StartsLine(const char *begin, const char *b) {
+    while (b > begin && b[-1] == '\n') --b;
+    return b == begin || b[-1] == '\r';
+}
+
+// Copies the found value into the caller's buffer; the length kept, or -1
+// when the data ended with nothing kept (the default then stays).
+int32_t TakeValue(std::string_view value, bool endedByCR, char *buffer, int32_t size) {
+    size_t n = value.size() < size_t(size) - 1 ? value.size() : size_t(size) - 1;
+    if (n == 0 && !endedByCR) return -1;
+    std::memcpy(buffer, value.data(), n);
+    buffer[n] = '\0';
+    return int32_t(n);
+}
+
+// Scans a profile's bytes for the key; the value's length, or -1 when not found.
+int32_t Lookup(std::string_view data, const Query &q, char *buffer, int32_t size) {
+    const char *begin = data.data(), *end = begin + data.size(), *p = begin;
+    State st = State::Outside;
+    std::string scratch;
+    while (p < end) {
+        if (st == State::Outside) { // jump to the next line starting with "["
+            const char *b = static_cast<const char *>(std::memchr(p, '[', size_t(end - p)));
+            if (!b) return -1;
+            if (!StartsLine(begin, b)) {
+                p = b + 1;
+                continue;
+            }
+            p = b;
+        }
+        const char *cr = static_cast<const char *>(std::memchr(p, '\r', size_t(end - p)));
+        const char *e = cr ? cr : end;
+        std::string_view line = profile::CleanLine(p, e, scratch);
+        size_t value = 0;
+        st = ScanLine(line, st, q, value);
+        if (st == State::Found) return TakeValue(line.substr(value), cr != nullptr, buffer, size);
+        if (!cr) return -1;
+        p = cr + 1;
+    }
+    return -1;
+}
+
+} // namespace
+
+extern "C" {
+
+VITRAIL_API int32_t GetPrivateProfileString(const char *section, const char *key,
+                                            const char *defaultValue, char *buffer, int32_t size,
+                                            const char *file) {
+    if (!buffer || size <= 0) return 0;
+    std::string_view def = defaultValue ? defaultValue : "";
+    int32_t result = szcopy_0t(buffer, uint32_t(size), def.data(), uint32_t(def.size()))
+                         ? int32_t(def.size())
+                         : size - 1;
+    if (!section || !key || !file) return result;
+    int32_t fd = xFile_Open(file, 1, 0);
+    if (fd < 0) return result;
+    int32_t h = profile::LoadIntoMemoryFile(fd);
+    xFile_Close(fd);
+    if (h < 0) return result;
+    int32_t found = Lookup(profile::Contents(h), Query{section, key}, buffer, size);
+    MFil_Close(h);
+    return found >= 0 ? found : result;
+}
+
+VITRAIL_API int32_t GetPrivateProfileInt(const char *section, const char *key, int32_t defaultValue,
+                                         const char *file) {
+    char text[12];
+    if (intdco_i(defaultValue, text, sizeof text) != 0) return 0;
+    GetPrivateProfileString(section, key, text, text, sizeof text, file);
+    int32_t value = 0;
+    if (intcod_l(text, &value) != 0) return 0;
+    return value < 0 ? 0 : value;
+}
+
+} // extern "C"
