@@ -192,6 +192,33 @@ VITRAIL_API int32_t File_Lseek(int32_t handle, int32_t offset);
  * (negative lengths and bad handles refused). */
 VITRAIL_API int32_t File_SetEOF(int32_t handle, int32_t length);
 
+/* ---- Directory listing and sorting ------------------------------------- */
+
+/* Lists the files (never folders) of the Mac folder `macFolder` (no final
+ * ":") whose names contain the filter: `pattern` without one leading and one
+ * trailing "*", matched by grep -i as a basic regular expression ("" matches
+ * every name). The first `maxCount` go into the 256-byte slots of `table` as
+ * "<macFolder>:<name>" (cut to 255 bytes). Returns the number of matching
+ * files, which may exceed maxCount (only the first maxCount * 256 - 1 bytes
+ * of the listing are examined); 0 for a missing or null folder. */
+VITRAIL_API int16_t Dir_FindFiles(char (*table)[256], const char *macFolder, int16_t maxCount,
+                                  const char *pattern);
+
+/* Hands the bare name of every matching file (as Dir_FindFiles) to
+ * `fileCallback` until it answers non-zero; returns its last answer, 0 for a
+ * missing folder or when no file matched. */
+VITRAIL_API int32_t Dir_ProcessFiles(const char *macFolder, const char *pattern,
+                                     int32_t (*fileCallback)(const char *name));
+
+/* Sorts the first `count` slots by name (chcomp, ascending) with exchange
+ * passes; returns the exchanges made. count < 2 (or a null table) gives 0. */
+VITRAIL_API int16_t Dir_SortFiles(char (*table)[256], int16_t count);
+
+/* Sorts the first `count` slots (Mac paths) by file size, largest first,
+ * equal sizes keeping their order; a file that cannot be opened counts as
+ * empty. At most `count` passes. Returns the exchanges made. */
+VITRAIL_API int16_t Dir_SortSizeFiles(char (*table)[256], int16_t count);
+
 VITRAIL_END_DECLS
 
 #endif

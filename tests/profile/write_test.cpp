@@ -41,7 +41,7 @@ TEST(ProfileWrite, WholeFiles) {
         {"[A]\r\nx=1\r\n\r\n\r\ny=2\r\n", "A", "x", nullptr, 1, "[A]\r\n\r\n\r\ny=2\r\n"},
         {"[A]\rx=1\r\r[B]\ry=2", "A", "q", nullptr, 1, "[A]\r\nx=1\r\n\r\n[B]\r\ny=2\r\n"},
         {"[A]\rx=1\r[B]\ry=2\r", "B", "y", "3", 1, "[A]\r\nx=1\r\n[B]\r\ny=3\r\n"},
-        {"[A]\nx=1\n", "A", "x", "2", 1, "[A]x=1\r\n\r\n[A]\r\nx=2\r\n"}, // LF only: one line
+        {"[A]\nx=1\n", "A", "x", "2", 1, "[A]x=1\r\nx=2\r\n"}, // LF only: one line
         {"[A]\r\nx=1\r\n\r\n\r\n", "A", "z", "3", 1, "[A]\r\nx=1\r\nz=3\r\n\r\n\r\n"},
         {"[A]\r\nx=1\r\n\r\n\r\n", "A", "x", "3", 1, "[A]\r\nx=3\r\n"}, // end blanks dropped
         {"[A]\r\nx=1\r\n\r\n", "B", "y", "2", 1, "[A]\r\nx=1\r\n\r\n[B]\r\ny=2\r\n\r\n"},
