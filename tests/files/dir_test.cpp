@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <filesystem>
 #include <set>
@@ -30,10 +31,11 @@ struct DirTest : ::testing::Test {
         fs::create_symlink("a.ini", vols.root() / "Vol/dir/link.ini");
     }
     std::set<std::string> Find(const char *pattern, int16_t max, int16_t *count) {
-        std::vector<char[256]> table(std::max<int16_t>(max, 1));
-        *count = Dir_FindFiles(table.data(), "Vol:dir", max, pattern);
+        std::vector<std::array<char, 256>> table(size_t(std::max<int16_t>(max, 1)));
+        auto *slots = reinterpret_cast<char(*)[256]>(table.data());
+        *count = Dir_FindFiles(slots, "Vol:dir", max, pattern);
         std::set<std::string> out;
-        for (int16_t i = 0; i < std::min(*count, max); ++i) out.insert(table[i]);
+        for (int16_t i = 0; i < std::min(*count, max); ++i) out.insert(slots[i]);
         return out;
     }
 };
