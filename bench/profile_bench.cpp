@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -54,13 +55,18 @@ void Setup() {
     oneSectionFile = "Vol:one.ini";
 }
 
-// Reads the whole file with the library's POSIX layer.
-std::string ReadWhole(const char *file) {
+// Reads the whole file with the library's POSIX layer into a buffer of its size.
+struct Whole {
+    std::unique_ptr<char[]> bytes;
+    int32_t size;
+};
+Whole ReadWhole(const char *file) {
     int32_t fd = xFile_Open(file, 1, 0);
-    std::string data(size_t(xFile_Size(fd)), '\0');
-    xFile_Read(fd, data.data(), int32_t(data.size()));
+    Whole w{nullptr, xFile_Size(fd)};
+    w.bytes.reset(new char[size_t(w.size)]);
+    xFile_Read(fd, w.bytes.get(), w.size);
     xFile_Close(fd);
-    return data;
+    return w;
 }
 
 void BM_ReadFile(benchmark::State &state) {
@@ -69,9 +75,9 @@ void BM_ReadFile(benchmark::State &state) {
 
 void BM_ReadWriteFile(benchmark::State &state) {
     for (auto _ : state) {
-        std::string data = ReadWhole(sectionsFile.c_str());
+        Whole data = ReadWhole(sectionsFile.c_str());
         int32_t fd = xFile_Open(sectionsFile.c_str(), 0, 1);
-        xFile_Write(fd, data.data(), int32_t(data.size()));
+        xFile_Write(fd, data.bytes.get(), data.size);
         xFile_Close(fd);
     }
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -26,6 +27,16 @@ std::string_view CleanLine(const char *s, const char *e, std::string &scratch);
 // where the name between "[" and that "]" equals `section`; npos if none.
 // Only the first `stored` bytes of the line take part in the comparison.
 size_t HeaderEnd(std::string_view line, size_t from, std::string_view section, size_t stored);
+
+// The index of the first "=" or "[" of `line` at or after `from`; npos if none.
+inline size_t FindEqualOrBracket(std::string_view line, size_t from) {
+    const char *b = line.data() + from;
+    size_t n = line.size() - from;
+    auto *eq = static_cast<const char *>(std::memchr(b, '=', n));
+    auto *br = static_cast<const char *>(std::memchr(b, '[', eq ? size_t(eq - b) : n));
+    const char *hit = br ? br : eq;
+    return hit ? size_t(hit - line.data()) : std::string_view::npos;
+}
 
 // True when the bytes of `line` before index `i` (at most `stored` of them)
 // equal `key`.

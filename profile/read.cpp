@@ -43,7 +43,7 @@ State ScanLine(std::string_view line, State st, const Query &q, size_t &value) {
             i = j + 1;
             continue;
         }
-        size_t j = line.find_first_of("=[", i);
+        size_t j = profile::FindEqualOrBracket(line, i);
         if (j == npos) return st;
         if (line[j] == '[') {
             st = State::Outside;
@@ -72,12 +72,52 @@ int32_t TakeValue(std::string_view value, bool endedByCR, char *buffer, int32_t 
     return int32_t(n);
 }
 
+// Inside the section, finds the next line that needs the full rules: one
+// holding a "[", or whose first bytes are the key and "=" or hold a line
+// feed. Lines in between cannot change the state: a key without "=", "[" or
+// line ends, shorter than the kept part of a line, matches only at its own
+// length, and those bytes are kept as they stand when no line feed is among them.
+class InsideSkipper {
+  public:
+    InsideSkipper(const Query &q, const char *end) : key_(q.key), end_(end) {
+        usable_ = key_.size() < kLineStored && key_.find_first_of("=[\r\n") == npos;
+    }
+    // The start of the next line from the line start `p` that needs the rules.
+    const char *Next(const char *p) {
+        if (!usable_) return p;
+        if (bracket_ < p) {
+            auto *b = static_cast<const char *>(std::memchr(p, '[', size_t(end_ - p)));
+            bracket_ = b ? b : end_;
+        }
+        size_t k = key_.size();
+        while (p < end_) {
+            const char *s = p;
+            while (s < end_ && *s == '\n') ++s;
+            if (s >= end_) return p;
+            auto *cr = static_cast<const char *>(std::memchr(s, '\r', size_t(end_ - s)));
+            if (!cr || cr >= bracket_) return p;
+            size_t len = size_t(cr - s);
+            if (len > k && s[k] == '=' && std::memcmp(s, key_.data(), k) == 0) return p;
+            if (std::memchr(s, '\n', len <= k ? len : k + 1)) return p;
+            p = cr + 1;
+        }
+        return p;
+    }
+
+  private:
+    std::string_view key_;
+    const char *end_, *bracket_ = nullptr;
+    bool usable_;
+};
+
 // Scans a profile's bytes for the key; the value's length, or -1 when not found.
 int32_t Lookup(std::string_view data, const Query &q, char *buffer, int32_t size) {
     const char *begin = data.data(), *end = begin + data.size(), *p = begin;
     State st = State::Outside;
     std::string scratch;
+    InsideSkipper skipper(q, end);
     while (p < end) {
+        if (st == State::Inside && (p = skipper.Next(p)) >= end) return -1;
         if (st == State::Outside) { // jump to the next line starting with "["
             const char *b = static_cast<const char *>(std::memchr(p, '[', size_t(end - p)));
             if (!b) return -1;

@@ -84,7 +84,7 @@ void KeyRules(std::string_view line, State &st, int32_t &pending, const Change &
         size_t j = profile::HeaderEnd(line, 1, c.section, kUnlimited);
         if (j != npos) st = State::Inside, i = j + 1;
     }
-    for (; st == State::Inside && (i = line.find_first_of("=[", i)) != npos; ++i) {
+    for (; st == State::Inside && (i = profile::FindEqualOrBracket(line, i)) != npos; ++i) {
         if (line[i] == '[') { // the section ends without the key: add it here
             if (c.value) PutKey(out, c);
             out.Blanks(pending);

@@ -27,6 +27,7 @@ const std::string kAB = "[A]\r\nx=1\r\n[B]\r\nx=2\r\n";
 
 TEST(ProfileRead, WholeFiles) {
     vitrail_test::TempVolumes vols;
+    const std::string longKey(1023, 'k');
     ReadRow rows[] = {
         {kAB, "B", "x", "d", 64, "2", 1},
         {kAB, "A", "x", "d", 64, "1", 1},
@@ -51,8 +52,8 @@ TEST(ProfileRead, WholeFiles) {
         {"[A]\r\nk=v\r\n[A]\r\nk=w\r\n", "A", "k", "d", 64, "v", 1},
         {"[A]\r\nk=a[b\r\n", "A", "k", "d", 64, "a[b", 3}, // "[" in the found value
         {"[B]\r\nk=1\r\n[A][B]\r\nk=2\r\n", "B", "k", "d", 64, "1", 1},
-        {"[A]\r\n" + std::string(1100, 'k') + "=v\r\n", "A", std::string(1023, 'k').c_str(), "d",
-         64, "v", 1}, // only 1023 bytes of a line are kept for the comparison
+        {"[A]\r\n" + std::string(1100, 'k') + "=v\r\n", "A", longKey.c_str(), "d", 64, "v",
+         1}, // only 1023 bytes of a line are kept for the comparison
         {"", "A", "x", "d", 64, "d", 1},
     };
     for (const ReadRow &r : rows) {
