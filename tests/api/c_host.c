@@ -9,6 +9,7 @@
 #include <vitrail/form.h>
 #include <vitrail/numdate.h>
 #include <vitrail/platform.h>
+#include <vitrail/profile.h>
 #include <vitrail/strings.h>
 #include <vitrail/unixtools.h>
 
@@ -34,6 +35,16 @@ static void files_checks(void) {
     CHECK(DATA_MFIL_ID == -1 && DATA_FILE_ID == -1 && DATA_FILE_TAB[4].iMode == -1);
     CHECK(sizeof DATA_FILE_TAB[0].szName == 144);
     CHECK(File_Is_Existing("No such volume:x") == 0);
+    {
+        char list[8] = "a+b";
+        ChCh_Put_00(list, sizeof list);
+        ChCh_Cut(list);
+        CHECK(ChCh_Count_Item(list) == 2);
+        char table[2][256] = {"b", "a"};
+        CHECK(Dir_SortFiles(table, 2) == 1 && strcmp(table[0], "a") == 0);
+        CHECK(GetPrivateProfileString("A", "x", "dflt", buf, sizeof buf, "No such volume:a") == 3);
+        CHECK(GetPrivateProfileInt("A", "x", 12, "No such volume:a") == 12);
+    }
 }
 
 static void strings_checks(void) {
