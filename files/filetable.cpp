@@ -11,6 +11,7 @@
 #include <cstring>
 
 #include <vitrail/files.h>
+#include <vitrail/unixtools.h>
 
 #include "files/slots.h"
 #include "platform/toolbox/files.h"
@@ -53,8 +54,10 @@ int32_t Attributes(const char *path) {
     return pf::PBGetCatInfoSync(&pb) == pf::noErr ? pb.ioFlAttrib : -1;
 }
 
-// Opens a file or folder that this table created to everybody.
-void OpenToEverybody(const char *) {}
+// Opens a file or folder that this table created to everybody (on Mac OS X).
+void OpenToEverybody(const char *path) {
+    if (RunningOnCarbonX()) BSDMACchmodrwx(path);
+}
 
 // Opens the data fork of `spec` as `mode`; the platform's result.
 OSErr OpenFork(const char *path, const pf::FSSpec &spec, int32_t mode, int16_t *ref) {

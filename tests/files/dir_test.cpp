@@ -132,7 +132,7 @@ TEST_F(DirTest, BySizeLargestFirst) {
     EXPECT_STREQ(table[3], "Vol:dir:e1");
     EXPECT_STREQ(table[4], "Vol:dir:e2");
     EXPECT_STREQ(table[5], "Vol:dir:missing");
-    EXPECT_EQ(DATA_FILE_ID, -1); // every file it opened was closed
+    for (const DATA_FILE &slot : DATA_FILE_TAB) EXPECT_EQ(slot.iMode, -1); // all closed
 }
 
 } // namespace
