@@ -6,7 +6,6 @@
 #include <vitrail/unixtools.h>
 
 #include "helpers.h"
-#include "platform/toolbox/bundles.h"
 
 using namespace unixtools_test;
 
@@ -82,26 +81,6 @@ TEST(Bundles, FailuresAnswerMinus4960AndANullBundle) {
     vitrail_cf_release(nullptr);
     vitrail_cf_release(unknown);
     vitrail_cf_release(system);
-}
-
-TEST(Bundles, FolderLookupKnowsOnlyTheFrameworksFolders) {
-    platform::FSRef ref;
-    EXPECT_EQ(platform::FSFindFolder(platform::kOnAppropriateDisk, platform::kFrameworksFolderType,
-                                     platform::kCreateFolder, &ref),
-              platform::noErr);
-    EXPECT_EQ(ref.path, "/System/Library/Frameworks");
-    EXPECT_EQ(platform::FSFindFolder(platform::kLocalDomain, platform::kFrameworksFolderType,
-                                     platform::kCreateFolder, &ref),
-              platform::noErr);
-    EXPECT_EQ(ref.path, "/Library/Frameworks");
-    EXPECT_EQ(platform::FSFindFolder(platform::kOnAppropriateDisk, platform::FourCharCode("pref"),
-                                     platform::kCreateFolder, &ref),
-              platform::fnfErr);
-    EXPECT_EQ(platform::FSFindFolder(-1, platform::kFrameworksFolderType, 0, &ref),
-              platform::fnfErr);
-    EXPECT_EQ(
-        platform::FSFindFolder(platform::kLocalDomain, platform::kFrameworksFolderType, 0, nullptr),
-        platform::fnfErr);
 }
 
 int32_t CountLine(const char *) {

@@ -1,6 +1,5 @@
 // The three invokers: output capture, text fed to standard input, line
-// delivery with its 8192-character cap and early stop; and the quoting of
-// every word put on a command line.
+// delivery with its 8192-character cap and early stop.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -9,7 +8,6 @@
 #include <vitrail/unixtools.h>
 
 #include "helpers.h"
-#include "unixtools/shell.h"
 
 using namespace unixtools_test;
 
@@ -31,14 +29,6 @@ std::vector<std::string> Lines(const std::string &command, int32_t stopAfter = 0
 }
 
 } // namespace
-
-TEST(ShellQuote, WrapsInSingleQuotesAndEscapesQuotes) {
-    const std::pair<const char *, const char *> rows[] = {
-        {"abc", "'abc'"},     {"", "''"},       {"a b", "'a b'"},
-        {"a'b", "'a'\\''b'"}, {"'", "''\\'''"}, {"$(x) `y` \"z\"", "'$(x) `y` \"z\"'"},
-    };
-    for (const auto &[in, out] : rows) EXPECT_EQ(unixtools::ShellQuote(in), out) << in;
-}
 
 TEST(InvokeTool, CapturesTheStartOfTheOutputAndAnswersTheWaitStatus) {
     char buffer[8];
