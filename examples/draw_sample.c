@@ -113,6 +113,15 @@ static void draw_sample(GrafPtr port) {
     TextOut_0(port, X0 + 220, 240, "non rembours\xE9", 13);
 }
 
+/* The number of pictures the trace shows (two folders and a bullet are
+ * expected). */
+static int pictures_drawn(GrafPtr port) {
+    vitrail_trace_op op;
+    int32_t i, n = 0;
+    for (i = 0; vitrail_port_trace_get(port, i, &op) == 0; ++i) n += op.kind == vitrail_op_picture;
+    return n;
+}
+
 int main(int argc, char **argv) {
     char folder[] = "/tmp/vitrail-sample-XXXXXX";
     char sub[64], file[96];
@@ -128,7 +137,7 @@ int main(int argc, char **argv) {
     if (port && mkdir(sub, 0700) == 0 && make_picture(folder, "repferb", 0) &&
         make_picture(folder, "puceb", 1) && vitrail_set_resources_folder(folder) == 0) {
         draw_sample(port);
-        status = vitrail_port_write_png(port, argv[1]) == 0 ? 0 : 1;
+        status = pictures_drawn(port) == 3 && vitrail_port_write_png(port, argv[1]) == 0 ? 0 : 1;
     }
     vitrail_port_dispose(port);
     snprintf(file, sizeof file, "%s/repferb.png", sub);
