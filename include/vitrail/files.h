@@ -8,6 +8,12 @@
  *   DATA_MFIL_TAB   5 slots: hMem, lAlloc, iMode, lSize, lPos       zero-filled, iMode -1
  *   DATA_MFIL_ID    highest memory-file handle in counting mode     -1
  *
+ * Both tables open a slot by handing out the one above the mark while there
+ * is one, then the first free slot; closing the top slot lowers the mark by
+ * one. Handles outside 0..4, free slots and negative counts, offsets or
+ * lengths are refused with the operation's "nothing done" result (0 for
+ * reads, writes and sizes, -1 for seeks and closes, null for pointers).
+ *
  * Paths are Mac paths "Vol:dir:file" naming <volumes root>/Vol/dir/file
  * (the volumes root is "/Volumes" unless changed, see platform.h); in the
  * Unix form a "/" inside a Mac name becomes ":".
@@ -169,7 +175,8 @@ VITRAIL_API int32_t MakeDir(const char *path);
 /* Opens the file for reading (bRead > 0), writing (bWrite > 0, created when
  * missing, never emptied) or both (must exist). Returns the handle 0..4, -1
  * when no slot is free, -2 when the file cannot be opened (also for a null
- * path or one longer than 143 bytes), -3 when neither is asked for. */
+ * path or one longer than 143 bytes), -3 when neither is asked for. A
+ * failed open keeps the mark where choosing the slot put it. */
 VITRAIL_API int32_t File_Open(const char *path, int32_t bRead, int32_t bWrite);
 /* 0, or -1 when the close fails or the handle is not an open slot. */
 VITRAIL_API int32_t File_Close(int32_t handle);
@@ -187,9 +194,9 @@ VITRAIL_API int32_t File_Re_Read(int32_t handle, void *buffer, int32_t count);
 VITRAIL_API int32_t File_Write(int32_t handle, const void *buffer, int32_t count);
 /* Moves to `offset` from the start (0..length): 0, else -1. */
 VITRAIL_API int32_t File_Lseek(int32_t handle, int32_t offset);
-/* Sets the file's length and moves the position to it (as xFile_SetEOF
- * does): 0, else -1
- * (negative lengths and bad handles refused). */
+/* Sets the file's length; the table's length and position and the file's
+ * mark all move to it, as with xFile_SetEOF. 0, else -1 (negative lengths
+ * and bad handles refused). */
 VITRAIL_API int32_t File_SetEOF(int32_t handle, int32_t length);
 
 /* ---- Directory listing and sorting ------------------------------------- */

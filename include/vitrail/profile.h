@@ -41,7 +41,7 @@ VITRAIL_API int32_t GetPrivateProfileInt(const char *section, const char *key, i
  * when missing and rewritten in place with CR LF line ends. Returns 1 when
  * done, or when the file could not be read back (left unchanged); 0 for a
  * null section, a file that cannot be created or rewritten, or memory
- * short (file unchanged). */
+ * short (file unchanged). Lines of any length are copied whole. */
 VITRAIL_API int32_t WritePrivateProfileString(const char *section, const char *key,
                                               const char *value, const char *file);
 

@@ -55,6 +55,11 @@ TEST(ProfileRead, WholeFiles) {
         {"[A]\r\n" + std::string(1100, 'k') + "=v\r\n", "A", longKey.c_str(), "d", 64, "v",
          1}, // only 1023 bytes of a line are kept for the comparison
         {"", "A", "x", "d", 64, "d", 1},
+        {"[A]\r\nzz=0\r\nk\ney=1\r\n", "A", "key", "d", 64, "1", 1}, // key split by a LF
+        {"[A]\r\nzz=0\r\nkey\n=2\r\n", "A", "key", "d", 64, "2", 1},
+        {"[A]\r\nzz=0\r\nkeyx=0\r\nkey=5", "A", "key", "d", 64, "5", 1},
+        {"[A]\r\nzz=0\r\nq=[\r\nkey=5\r\n", "A", "key", "d", 64, "d", 1},
+        {"[A]\r\nk=[\r\n[A]\r\nzz\r\nk=6\r\n", "A", "k", "d", 64, "[", 1},
     };
     for (const ReadRow &r : rows) {
         vols.write("Vol/prefs/a.ini", r.file);

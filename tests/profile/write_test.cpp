@@ -51,6 +51,8 @@ TEST(ProfileWrite, WholeFiles) {
         {"[A]\r\nx=1", "A", "x", "", 1, "[A]\r\nx=\r\n"},
         {"[A]\r\nx=1\r\n", "A", "y", nullptr, 1, "[A]\r\nx=1\r\n"},
         {"[B]\r\n", "A", "y", nullptr, 1, "[B]\r\n"},
+        {"[A]\r\n" + std::string(20000, 'x') + "\r", "A", "k", "v", 1,
+         "[A]\r\n" + std::string(20000, 'x') + "\r\nk=v\r\n"}, // long lines stay whole
         // the section writer, and the string writer with no key
         {ab, "A", kSectionCall, "p=1\r\nq=2", 1, "[A]\r\np=1\r\nq=2\r\n[B]\r\n"},
         {ab, "A", nullptr, nullptr, 1, "[A]\r\n[B]\r\n"},
