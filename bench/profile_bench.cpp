@@ -101,13 +101,21 @@ void BM_GetMissingSection(benchmark::State &state) {
     Lookup(state, sectionsFile, "Nowhere");
 }
 
-void BM_WriteMiddleKey(benchmark::State &state) {
+// Sets a key to values of one length in turn, so the file keeps its size.
+void Write(benchmark::State &state, const std::string &file, const char *section, const char *key) {
     bool flip = false;
     for (auto _ : state) {
         flip = !flip;
-        WritePrivateProfileString("Section 100", "key10050", flip ? "one" : "two",
-                                  sectionsFile.c_str());
+        WritePrivateProfileString(section, key, flip ? "one" : "two", file.c_str());
     }
+}
+
+void BM_WriteMiddleKey(benchmark::State &state) {
+    Write(state, sectionsFile, "Section 100", "key10050");
+}
+
+void BM_WriteMiddleKeyOfOneSection(benchmark::State &state) {
+    Write(state, oneSectionFile, "Section 0", "key10050");
 }
 
 BENCHMARK(BM_ReadFile);
@@ -116,6 +124,7 @@ BENCHMARK(BM_GetLastKeyOf200Sections);
 BENCHMARK(BM_GetLastKeyOfOneSection);
 BENCHMARK(BM_GetMissingSection);
 BENCHMARK(BM_WriteMiddleKey);
+BENCHMARK(BM_WriteMiddleKeyOfOneSection);
 
 // Console output, plus the time per iteration of every run for the ratios.
 class Recorder : public benchmark::ConsoleReporter {
@@ -140,8 +149,8 @@ int main(int argc, char **argv) {
         for (const char *n :
              {"BM_GetLastKeyOf200Sections", "BM_GetLastKeyOfOneSection", "BM_GetMissingSection"})
             std::printf("  %-28s / read file       = %.2f\n", n, rec.ns[n] / read);
-        std::printf("  %-28s / read+write file = %.2f\n", "BM_WriteMiddleKey",
-                    rec.ns["BM_WriteMiddleKey"] / readWrite);
+        for (const char *n : {"BM_WriteMiddleKey", "BM_WriteMiddleKeyOfOneSection"})
+            std::printf("  %-28s / read+write file = %.2f\n", n, rec.ns[n] / readWrite);
     }
     benchmark::Shutdown();
     std::filesystem::remove_all(root);
