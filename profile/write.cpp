@@ -14,6 +14,7 @@
 // just before the next line that is written; blank lines still held at the
 // end of a changed section's file are dropped. Lines are kept whole,
 // whatever their length.
+#include <cstdint>
 #include <cstring>
 #include <string>
 
@@ -191,7 +192,10 @@ int32_t WriteProfile(const Change &c, const char *file) {
     if (fd < 0) return 0;
     xFile_Close(fd);
     if ((fd = xFile_Open(file, 1, 0)) < 0) return 1;
-    int32_t out = MFil_Open("", 1, 0);
+    // The new text is about as long as the old: room for it from the start
+    // spares the output block its growth copies.
+    int32_t size = xFile_Size(fd);
+    int32_t out = MFil_Open("", 1, size < INT32_MAX - 4096 ? size + 4096 : size);
     if (out < 0) {
         xFile_Close(fd);
         return 1;
