@@ -8,7 +8,9 @@
 // The reader keeps at most 1023 bytes of a line for its comparisons and at
 // most size - 1 bytes of the value. Lines that do not start with "[" cannot
 // change the state outside the section, so the scan jumps from "[" to "[".
+#include <algorithm>
 #include <cstring>
+#include <emmintrin.h>
 #include <string>
 
 #include <vitrail/files.h>
@@ -77,9 +79,39 @@ int32_t TakeValue(std::string_view value, bool endedByCR, char *buffer, int32_t 
 // feed. Lines in between cannot change the state: a key without "=", "[" or
 // line ends, shorter than the kept part of a line, matches only at its own
 // length, and those bytes are kept as they stand when no line feed is among them.
+// Finds carriage returns 16 bytes at a time, keeping the marks of the last
+// block so that the short lines of a profile share one load.
+class CrFinder {
+  public:
+    explicit CrFinder(const char *end) : end_(end) {}
+    // The first carriage return at or after `s`, or null.
+    const char *From(const char *s) {
+        if (base_ && s >= base_ && s < base_ + 16) {
+            uint32_t m = mask_ & (~0u << unsigned(s - base_));
+            if (m) return base_ + __builtin_ctz(m);
+            base_ += 16;
+        } else {
+            base_ = s;
+        }
+        const __m128i cr = _mm_set1_epi8('\r');
+        for (; end_ - base_ >= 16; base_ += 16) {
+            __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i *>(base_));
+            mask_ = uint32_t(_mm_movemask_epi8(_mm_cmpeq_epi8(v, cr)));
+            if (mask_) return base_ + __builtin_ctz(mask_);
+        }
+        const char *tail = base_;
+        base_ = nullptr;
+        return static_cast<const char *>(std::memchr(tail, '\r', size_t(end_ - tail)));
+    }
+
+  private:
+    const char *end_, *base_ = nullptr;
+    uint32_t mask_ = 0;
+};
+
 class InsideSkipper {
   public:
-    InsideSkipper(const Query &q, const char *end) : key_(q.key), end_(end) {
+    InsideSkipper(const Query &q, const char *end) : key_(q.key), end_(end), crs_(end) {
         usable_ = key_.size() < kLineStored && key_.find_first_of("=[\r\n") == npos;
     }
     // The start of the next line from the line start `p` that needs the rules.
@@ -94,11 +126,14 @@ class InsideSkipper {
             const char *s = p;
             while (s < end_ && *s == '\n') ++s;
             if (s >= end_) return p;
-            auto *cr = static_cast<const char *>(std::memchr(s, '\r', size_t(end_ - s)));
+            const char *cr = crs_.From(s);
             if (!cr || cr >= bracket_) return p;
             size_t len = size_t(cr - s);
-            if (len > k && s[k] == '=' && std::memcmp(s, key_.data(), k) == 0) return p;
-            if (std::memchr(s, '\n', len <= k ? len : k + 1)) return p;
+            if (len > k && s[k] == '=' && (k == 0 || s[k - 1] == key_[k - 1]) &&
+                std::memcmp(s, key_.data(), k) == 0)
+                return p;
+            const char *head = s + (len <= k ? len : k + 1);
+            if (std::find(s, head, '\n') != head) return p;
             p = cr + 1;
         }
         return p;
@@ -108,6 +143,7 @@ class InsideSkipper {
     std::string_view key_;
     const char *end_, *bracket_ = nullptr;
     bool usable_;
+    CrFinder crs_;
 };
 
 // Scans a profile's bytes for the key; the value's length, or -1 when not found.
