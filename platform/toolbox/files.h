@@ -1,4 +1,4 @@
-// The file manager over POSIX: file specifications, data forks opened by
+// The file manager over POSIX: FSSpec records, data forks opened by
 // reference number, catalogue queries and folder creation.
 //
 // A full path "Vol:dir:file" (a colon, not first) names
@@ -44,7 +44,7 @@ constexpr OSType FourCharCode(const char (&c)[5]) {
            OSType(uint8_t(c[3]));
 }
 
-// A file specification: the Unix path of the item it names.
+// An FSSpec record: the Unix path of the item it names.
 struct FSSpec {
     int16_t vRefNum;
     int32_t parID;
