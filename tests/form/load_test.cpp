@@ -36,7 +36,4 @@ TEST(FormLoad, EverySlicePointerHasStorageBeforeTheFirstParam) {
     EXPECT_EQ(BDB_pszBuffer[63], BDB_szBuffer + 63 * 48);
     EXPECT_EQ(PDB_pszBuffer[9], PDB_szBuffer + 9 * 16);
     EXPECT_EQ(SDB_pszBuffer[127], SDB_szBuffer + 127 * 512);
-    EXPECT_EQ(BDB_BUFFERSIZE, 48);
-    EXPECT_EQ(PDB_BUFFERSIZE, 16);
-    EXPECT_EQ(SDB_BUFFERSIZE, 512);
 }

@@ -1,5 +1,5 @@
 // Helpers of the shell-tool tests: a scratch folder, a stand-in command put
-// first on PATH, a child process of a unique name, and a classic system.
+// first on PATH and a child process of a unique name.
 #pragma once
 
 #include <csignal>
@@ -104,12 +104,6 @@ class NamedChild {
     fs::path exe_;
     pid_t pid_ = 0;
     bool reaped_ = false;
-};
-
-// Makes the system look like classic Mac OS (9.2.2) while it lives.
-struct ClassicSystem {
-    ClassicSystem() { platform::SetSystemVersionForTesting(0x0922); }
-    ~ClassicSystem() { platform::ResetSystemVersionForTesting(); }
 };
 
 } // namespace unixtools_test
