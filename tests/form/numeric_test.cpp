@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <string>
+#include <tuple>
 
 #include <vitrail/form.h>
 #include <vitrail/numdate.h>
@@ -77,9 +78,8 @@ TEST(FormFields, SetModesSelectTheValidator) {
     IntDlgBox_param(1, 0);
     NumDlgBox_param(1, 0);
     DateDlgBox_param(1, 0);
-    EXPECT_EQ(vi[0], &intcod_i);
-    EXPECT_EQ(vf[0], &realcod_d);
-    EXPECT_EQ(vd[0], &intcod_l);
+    EXPECT_EQ(std::make_tuple(vi[0], vf[0], vd[0]),
+              std::make_tuple(&intcod_i, &realcod_d, &intcod_l));
 
     const struct {
         int32_t mode;
@@ -98,17 +98,14 @@ TEST(FormFields, SetModesSelectTheValidator) {
         IntDlgBox_set(0, 12 + r.mode, r.mode);
         NumDlgBox_set(0, 1.5 + r.mode, r.mode);
         DateDlgBox_set(0, 20240101 + r.mode, r.mode);
-        EXPECT_EQ(vi[0], r.i);
-        EXPECT_EQ(vf[0], r.n);
-        EXPECT_EQ(vd[0], r.d);
+        EXPECT_EQ(std::make_tuple(vi[0], vf[0], vd[0]), std::make_tuple(r.i, r.n, r.d));
         int32_t iv = 0, dv = 0;
         double nv = 0;
         IntDlgBox_retrieve(0, &iv);
         NumDlgBox_retrieve(0, &nv);
         DateDlgBox_retrieve(0, &dv);
-        EXPECT_EQ(iv, 12 + r.mode);
-        EXPECT_EQ(nv, 1.5 + r.mode);
-        EXPECT_EQ(dv, 20240101 + r.mode);
+        EXPECT_EQ(std::make_tuple(iv, nv, dv),
+                  std::make_tuple(12 + r.mode, 1.5 + r.mode, 20240101 + r.mode));
         EXPECT_EQ(IDB_bInit[0] + NDB_bInit[0] + DDB_bInit[0], 3);
     }
     IntDlgBox_set(0, 40000, 0);

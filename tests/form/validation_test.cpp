@@ -2,6 +2,7 @@
 // writes back, the hooks and the calls of the global hook for one field.
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <vector>
 
 #include <vitrail/form.h>
@@ -105,8 +106,7 @@ TEST(FormValid, NumericRulesRunTheFieldValidatorOnTheStoredValue) {
     EXPECT_EQ(QarDlgBox_valid(), 1);
     DateDlgBox_set(1, 20230229, 1);
     EXPECT_EQ(QarDlgBox_valid(), 0);
-    EXPECT_EQ(DDB_bOK[0], 1);
-    EXPECT_EQ(DDB_bOK[1], 0);
+    EXPECT_EQ(std::make_pair(DDB_bOK[0], DDB_bOK[1]), std::make_pair(1, 0));
     EXPECT_EQ(DDB_lDates[1], 20230229);
 
     // A validator refusing through a redirected table, and a null validator.
@@ -120,8 +120,7 @@ TEST(FormValid, NumericRulesRunTheFieldValidatorOnTheStoredValue) {
     IntDlgBox_set_fvalid(1, nullptr);
     EXPECT_EQ(QarDlgBox_valid(), 0);
     vi = vi_tab;
-    EXPECT_EQ(IDB_bOK[0], 0);
-    EXPECT_EQ(IDB_bOK[1], 1);
+    EXPECT_EQ(std::make_pair(IDB_bOK[0], IDB_bOK[1]), std::make_pair(0, 1));
     EXPECT_EQ(IDB_iInts[1], -9);
 }
 
@@ -195,16 +194,11 @@ TEST(FormHooks, GlobalCallsNameTheFieldAndPassTheTables) {
         }
         ASSERT_EQ(calls.size(), 1u) << r.id;
         const Call &c = calls[0];
-        EXPECT_EQ(c.id, r.id);
-        EXPECT_EQ(c.tdb, 1);
-        EXPECT_EQ(c.tdb_id, 100);
-        EXPECT_EQ(c.texts, TDB_pszBuffer);
-        EXPECT_EQ(c.flags, BDB_bFlags);
-        EXPECT_EQ(c.ints, IDB_iInts);
-        EXPECT_EQ(c.nums, NDB_dNums);
-        EXPECT_EQ(c.dates, DDB_lDates);
-        EXPECT_EQ(c.tdb_n + c.bdb_n + c.idb_n + c.ndb_n + c.ddb_n, 20);
-        EXPECT_EQ(c.capacity, 0);
+        EXPECT_EQ(std::make_tuple(c.id, c.tdb, c.tdb_id, c.tdb_n, c.bdb_n, c.idb_n, c.ndb_n,
+                                  c.ddb_n, c.capacity),
+                  std::make_tuple(r.id, 1, 100, 2, 3, 4, 5, 6, 0));
+        EXPECT_EQ(std::make_tuple(c.texts, c.flags, c.ints, c.nums, c.dates),
+                  std::make_tuple(TDB_pszBuffer, BDB_bFlags, IDB_iInts, NDB_dNums, DDB_lDates));
     }
 
     calls.clear();

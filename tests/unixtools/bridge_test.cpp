@@ -17,9 +17,8 @@ TEST(SystemVersion, VersionAndMacOSXTest) {
         Boolean expectX;
     };
     const Row rows[] = {
-        {0x1045, 0, 0x1045, 1},           {0x1039, 0, 0x1039, 1}, {0x1000, 0, 0x1000, 1},
-        {0x0FFF, 0, 0x0FFF, 0},           {0x0922, 0, 0x0922, 0}, {0x1045, -5551, 0, 0},
-        {0x1045, platform::fnfErr, 0, 0},
+        {0x1045, 0, 0x1045, 1}, {0x1000, 0, 0x1000, 1}, {0x0FFF, 0, 0x0FFF, 0},
+        {0x0922, 0, 0x0922, 0}, {0x1045, -5551, 0, 0},  {0x1045, platform::fnfErr, 0, 0},
     };
     for (const Row &r : rows) {
         platform::SetSystemVersionForTesting(r.version, r.result);
