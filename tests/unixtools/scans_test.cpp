@@ -134,8 +134,10 @@ TEST(Chmodrwx, OpensAPathToEverybody) {
         std::string file = name ? name : std::string(300, 'n'); // too long: refused
         EXPECT_EQ(BSDMACchmodrwx(("Data:" + file).c_str()), result) << file;
         struct stat st {};
-        if (result == 0) EXPECT_EQ(stat(scratch.path("Data/" + file).c_str(), &st), 0);
-        if (result == 0) EXPECT_EQ(st.st_mode & 07777, 0777u) << file;
+        if (result == 0) {
+            EXPECT_EQ(stat(scratch.path("Data/" + file).c_str(), &st), 0);
+            EXPECT_EQ(st.st_mode & 07777, 0777u) << file;
+        }
     }
     EXPECT_EQ(BSDMACchmodrwx(nullptr), -1);
 }
