@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -16,6 +18,17 @@
 namespace vitrail_test {
 
 constexpr uint32_t kWhite = 0xFFFFFFFF, kBlack = 0x000000FF, kRed = 0xFF0000FF;
+
+// The two corners of a traced operation: x1, y1, x2, y2.
+using Box = std::array<int32_t, 4>;
+inline Box BoxOf(const vitrail_trace_op &op) {
+    return {op.x1, op.y1, op.x2, op.y2};
+}
+
+struct Probe {
+    int32_t x, y;
+    uint32_t rgba;
+};
 
 class DrawTest : public ::testing::Test {
   protected:
@@ -30,6 +43,9 @@ class DrawTest : public ::testing::Test {
     void TearDown() override { vitrail_port_dispose(port); }
 
     uint32_t at(int32_t x, int32_t y) const { return vitrail_port_pixel(port, x, y); }
+    void expectPixels(std::initializer_list<Probe> probes) const {
+        for (const Probe &p : probes) EXPECT_EQ(at(p.x, p.y), p.rgba) << p.x << "," << p.y;
+    }
 
     // The traced operations of one kind, oldest first.
     std::vector<vitrail_trace_op> ops(int32_t kind) const {
@@ -37,6 +53,11 @@ class DrawTest : public ::testing::Test {
         vitrail_trace_op op;
         for (int32_t i = 0; vitrail_port_trace_get(port, i, &op) == 0; ++i)
             if (op.kind == kind) out.push_back(op);
+        return out;
+    }
+    std::vector<Box> boxes(int32_t kind) const {
+        std::vector<Box> out;
+        for (const vitrail_trace_op &op : ops(kind)) out.push_back(BoxOf(op));
         return out;
     }
 

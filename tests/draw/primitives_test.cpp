@@ -1,10 +1,12 @@
 // Palette, lines, rectangles and named pictures, checked through pixels.
+#include <functional>
 #include <string>
 
 #include "draw_fixture.h"
 #include "platform/quickdraw/pen.h"
 #include "support/temp_resources.h"
 
+using vitrail_test::Box;
 using vitrail_test::DrawTest;
 using vitrail_test::kBlack;
 using vitrail_test::kRed;
@@ -27,46 +29,57 @@ TEST(Palette, IndexesWrapModulo16AndNegativeOnesGiveBlack) {
     }
 }
 
-TEST_F(DrawTest, LineExDrawsA2By2LineAndLeavesThePenNormalAndBlack) {
+TEST_F(DrawTest, CallsWorkOnTheirPortAndRestoreTheCurrentOne) {
     GrafPtr other = vitrail_port_new(10, 10);
-    platform::SetPort(other);
-    Line_Ex(port, 16, 50, 144, 50, 12, 2);
-    GrafPtr now = nullptr;
-    platform::GetPort(&now);
-    EXPECT_EQ(now, other);
-    for (int32_t x : {16, 80, 145}) {
-        EXPECT_EQ(at(x, 50), 0x0000FFFFu) << x;
-        EXPECT_EQ(at(x, 51), 0x0000FFFFu) << x;
+    std::function<void()> calls[] = {
+        [&] { ch_font_set(port, "Lucida Grande", 0, 255, 13); },
+        [&] { Line_Ex(port, 0, 0, 5, 5, 12, 2); },
+        [&] { Rectangle_Ex(port, 0, 0, 5, 5, 9); },
+        [&] { ch_font_printstr(port, 0, 0, 50, 4, 255, 14, "Ordonnance"); },
+    };
+    for (auto &call : calls) {
+        platform::SetPort(other);
+        call();
+        GrafPtr now = nullptr;
+        platform::GetPort(&now);
+        EXPECT_EQ(now, other);
     }
-    EXPECT_EQ(at(146, 50), kWhite);
-    EXPECT_EQ(at(15, 50), kWhite);
-    EXPECT_EQ(at(80, 52), kWhite);
+    EXPECT_EQ(vitrail_port_trace_count(other), 0);
+    EXPECT_EQ(other->txSize, 0);
+    EXPECT_EQ(port->txSize, 14);
+    vitrail_port_dispose(other);
+}
+
+TEST_F(DrawTest, LineExDrawsA2By2LineAndLeavesThePenNormalAndBlack) {
+    Line_Ex(port, 16, 50, 144, 50, 12, 2);
+    expectPixels({{16, 50, 0x0000FFFF},
+                  {145, 51, 0x0000FFFF},
+                  {80, 51, 0x0000FFFF},
+                  {146, 50, kWhite},
+                  {15, 50, kWhite},
+                  {80, 52, kWhite}});
     EXPECT_EQ(port->pnSize.h, 1);
     EXPECT_EQ(port->pnSize.v, 1);
     EXPECT_EQ(port->fgColour.blue, 0);
-    RGBColor orange{0xFFFF, 0x8000, 0};
-    LineC_Ex(port, 10, 100, 10, 110, orange, 3);
-    EXPECT_EQ(at(12, 112), 0xFF8000FFu);
-    EXPECT_EQ(at(13, 105), kWhite);
+    LineC_Ex(port, 10, 100, 10, 110, RGBColor{0xFFFF, 0x8000, 0}, 3);
+    expectPixels({{12, 112, 0xFF8000FF}, {13, 105, kWhite}});
     Line_Ex(nullptr, 0, 0, 5, 5, 0, 1); // no port: nothing happens
-    vitrail_port_dispose(other);
 }
 
 TEST_F(DrawTest, RectangleExPaintsRedWithABlackBorder) {
     Rectangle_Ex(port, 10, 20, 8, 8, 9);
-    struct Probe {
-        int32_t x, y;
-        uint32_t rgba;
-    } probes[] = {{10, 20, kBlack}, {17, 20, kBlack}, {10, 27, kBlack}, {17, 27, kBlack},
-                  {13, 20, kBlack}, {11, 21, kRed},   {16, 26, kRed},   {18, 24, kWhite},
-                  {14, 28, kWhite}, {9, 24, kWhite}};
-    for (const Probe &p : probes) EXPECT_EQ(at(p.x, p.y), p.rgba) << p.x << "," << p.y;
-    auto frames = ops(vitrail_op_frame_rect);
-    ASSERT_EQ(frames.size(), 1u);
-    EXPECT_EQ(frames[0].x1, 10);
-    EXPECT_EQ(frames[0].y1, 20);
-    EXPECT_EQ(frames[0].x2, 18);
-    EXPECT_EQ(frames[0].y2, 28);
+    expectPixels({{10, 20, kBlack},
+                  {17, 20, kBlack},
+                  {10, 27, kBlack},
+                  {17, 27, kBlack},
+                  {13, 20, kBlack},
+                  {11, 21, kRed},
+                  {16, 26, kRed},
+                  {18, 24, kWhite},
+                  {14, 28, kWhite},
+                  {9, 24, kWhite},
+                  {13, 19, kWhite}});
+    EXPECT_EQ(boxes(vitrail_op_frame_rect), (std::vector<Box>{{10, 20, 18, 28}}));
     EXPECT_EQ(port->fgColour.red, 0);
     Rectangle_Ex(port, 50, 50, -5, 4, 9); // inverted: nothing painted
     EXPECT_EQ(at(48, 51), kWhite);
@@ -76,11 +89,11 @@ TEST_F(DrawTest, PicturesAreDrawnAtNaturalSizeAndMeasured) {
     vitrail_test::TempResources res;
     ASSERT_TRUE(res.picture("repferb", 40, 20, 0x00C000, 5, 5));
     EXPECT_EQ(BMP_affic_desfond0("repferb", port, 100, 50), 0);
-    EXPECT_EQ(at(100, 50), 0x00C000FFu);
-    EXPECT_EQ(at(139, 69), 0x00C000FFu);
-    EXPECT_EQ(at(140, 60), kWhite);
-    EXPECT_EQ(at(120, 70), kWhite);
-    EXPECT_EQ(at(99, 50), kWhite);
+    expectPixels({{100, 50, 0x00C000FF},
+                  {139, 69, 0x00C000FF},
+                  {140, 60, kWhite},
+                  {120, 70, kWhite},
+                  {99, 50, kWhite}});
     int32_t w = -1, h = -1;
     EXPECT_EQ(BMP_affic_dimfond0("repferb", &w, &h), 0);
     EXPECT_EQ(w, 40);

@@ -8,6 +8,8 @@
 #include "platform/quickdraw/text.h"
 #include "support/temp_resources.h"
 
+using vitrail_test::Box;
+using vitrail_test::BoxOf;
 using vitrail_test::DrawTest;
 using vitrail_test::kBlack;
 using vitrail_test::kWhite;
@@ -24,24 +26,26 @@ int32_t Width(GrafPtr port, const std::string &t) {
 
 } // namespace
 
-TEST_F(DrawTest, TextOut0DrawsBelowTheTopOfTheLineInMacRoman) {
+TEST_F(DrawTest, RunsAreDrawnBelowTheLineTopInMacRomanAndCutAbove255Bytes) {
     ch_font_set(port, "Arial", 0, 255, 12);
     int32_t w = TextOut_0(port, 10, 20, "\xE9t\xE9 40\xB0", 7);
-    auto texts = ops(vitrail_op_text);
-    ASSERT_EQ(texts.size(), 1u);
-    EXPECT_STREQ(texts[0].text, "\xC3\xA9t\xC3\xA9 40\xC2\xB0");
-    EXPECT_EQ(texts[0].x1, 10);
-    EXPECT_EQ(texts[0].y1, 20 + char_dy);
-    EXPECT_EQ(texts[0].x2, 10 + w);
     int32_t mw = -1, mh = -1;
     EXPECT_EQ(GetTextExtent_0(port, "\xE9t\xE9 40\xB0", 7, &mw, &mh), w);
     EXPECT_EQ(mw, w);
     EXPECT_EQ(mh, 0);
-}
+    EXPECT_EQ(Out(port, 5, 7, 100, 30, "Amoxicilline"), Width(port, "Amoxicilline"));
+    auto texts = ops(vitrail_op_text);
+    ASSERT_EQ(texts.size(), 2u);
+    EXPECT_STREQ(texts[0].text, "\xC3\xA9t\xC3\xA9 40\xC2\xB0");
+    EXPECT_EQ(texts[0].x1, 10);
+    EXPECT_EQ(texts[0].y1, 20 + char_dy);
+    EXPECT_EQ(texts[0].x2, 10 + w);
+    EXPECT_EQ(texts[1].x1, 105); // origin plus position
+    EXPECT_EQ(texts[1].y1, 37 + char_dy);
 
-TEST_F(DrawTest, RunsAbove255BytesOrNegativeAreNeitherDrawnNorMeasured) {
+    vitrail_port_trace_clear(port);
     std::string big(256, 'a');
-    int32_t mw = -1, mh = -1;
+    mw = mh = -1;
     struct Row {
         const char *text;
         int32_t length;
@@ -55,20 +59,10 @@ TEST_F(DrawTest, RunsAbove255BytesOrNegativeAreNeitherDrawnNorMeasured) {
     EXPECT_EQ(mw, -1);
     EXPECT_EQ(mh, -1);
     EXPECT_EQ(Out(port, 0, 0, 0, 0, big), 0);
-    EXPECT_GT(TextOut_0(port, 0, 0, big.c_str(), 255), 0);
-    EXPECT_EQ(ops(vitrail_op_text).size(), 2u); // the empty run of null and the 255 bytes
-}
-
-TEST_F(DrawTest, PlainTextIsOneRunAtTheOriginPlusPosition) {
-    ch_font_set(port, "Arial", 0, 255, 12);
-    int32_t w = Out(port, 5, 7, 100, 30, "Amoxicilline");
-    auto texts = ops(vitrail_op_text);
-    ASSERT_EQ(texts.size(), 1u);
-    EXPECT_EQ(texts[0].x1, 105);
-    EXPECT_EQ(texts[0].y1, 37 + char_dy);
-    EXPECT_EQ(w, Width(port, "Amoxicilline"));
     EXPECT_EQ(Out(port, 0, 0, 0, 0, ""), 0);
     EXPECT_EQ(TextOut_Ext(port, 0, 0, 0, 0, nullptr, 4), 0);
+    EXPECT_GT(TextOut_0(port, 0, 0, big.c_str(), 255), 0);
+    EXPECT_EQ(ops(vitrail_op_text).size(), 2u); // the empty run of null and the 255 bytes
 }
 
 TEST_F(DrawTest, TabsMoveForwardOnly) {
@@ -121,27 +115,16 @@ TEST_F(DrawTest, SquaresAndPicturesAdvanceTwoUnits) {
     vitrail_test::TempResources res;
     ASSERT_TRUE(res.picture("puceb", 6, 6, 0x0000FF));
     EXPECT_EQ(Out(port, 0, 0, 10, 20, "\xFF\x8A"), 16);
-    auto frames = ops(vitrail_op_frame_rect);
-    ASSERT_EQ(frames.size(), 1u);
-    EXPECT_EQ(frames[0].x1, 14);
-    EXPECT_EQ(frames[0].y1, 24);
-    EXPECT_EQ(frames[0].x2, 22);
-    EXPECT_EQ(frames[0].y2, 32);
-    EXPECT_EQ(at(14, 24), kBlack);
-    EXPECT_EQ(at(17, 27), 0xFF0000FFu);
+    EXPECT_EQ(boxes(vitrail_op_frame_rect), (std::vector<Box>{{14, 24, 22, 32}}));
     EXPECT_EQ(Out(port, 100, 50, 0, 0, "\xFF\xA8\xFF\x94"), 32); // puceb, then missing repferb
     auto pictures = ops(vitrail_op_picture);
     ASSERT_EQ(pictures.size(), 1u);
     EXPECT_STREQ(pictures[0].text, "puceb");
     EXPECT_EQ(pictures[0].x1, 100);
     EXPECT_EQ(pictures[0].y1, 51);
-    EXPECT_EQ(at(105, 56), 0x0000FFFFu);
+    expectPixels({{14, 24, kBlack}, {17, 27, 0xFF0000FF}, {105, 56, 0x0000FFFF}});
     int32_t w = 0, h = 0;
-    EXPECT_EQ(GetTextExtent_Ext(port, 0, 0,
-                                "\xFF\x8A"
-                                "\xFF\xA1",
-                                4, &w, &h),
-              1);
+    EXPECT_EQ(GetTextExtent_Ext(port, 0, 0, "\xFF\x8A\xFF\xA1", 4, &w, &h), 1);
     EXPECT_EQ(w, 32);
     EXPECT_EQ(h, 16);
 }
@@ -152,10 +135,7 @@ TEST_F(DrawTest, PenPointLinesAndFramesAreRelativeToTheOrigin) {
     EXPECT_EQ(Out(port, 50, 50, 10, 5, "\xFF\xC8\x24\x28\xFF\xCA\x44\x28"), 0);
     auto lines = ops(vitrail_op_line);
     ASSERT_EQ(lines.size(), 1u);
-    EXPECT_EQ(lines[0].x1, 26);
-    EXPECT_EQ(lines[0].y1, 5 + 2 * L);
-    EXPECT_EQ(lines[0].x2, 154);
-    EXPECT_EQ(lines[0].y2, 5 + 2 * L);
+    EXPECT_EQ(BoxOf(lines[0]), (Box{26, 5 + 2 * L, 154, 5 + 2 * L}));
     EXPECT_EQ(lines[0].pen_width, 2);
     EXPECT_EQ(at(90, 5 + 2 * L + 1), kBlack);
     EXPECT_EQ(draw::posxprev, 144);
@@ -163,18 +143,10 @@ TEST_F(DrawTest, PenPointLinesAndFramesAreRelativeToTheOrigin) {
 
     vitrail_port_trace_clear(port);
     Out(port, 0, 0, 0, 0, "\xFF\xD5\x30\x2C"); // frame from (144, 2L) to (64, 3L)
-    lines = ops(vitrail_op_line);
-    ASSERT_EQ(lines.size(), 4u);
-    int16_t expected[4][4] = {{144, int16_t(2 * L), 64, int16_t(2 * L)},
-                              {64, int16_t(2 * L), 64, int16_t(3 * L)},
-                              {64, int16_t(3 * L), 144, int16_t(3 * L)},
-                              {144, int16_t(3 * L), 144, int16_t(2 * L)}};
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(lines[size_t(i)].x1, expected[i][0]) << i;
-        EXPECT_EQ(lines[size_t(i)].y1, expected[i][1]) << i;
-        EXPECT_EQ(lines[size_t(i)].x2, expected[i][2]) << i;
-        EXPECT_EQ(lines[size_t(i)].y2, expected[i][3]) << i;
-    }
+    EXPECT_EQ(boxes(vitrail_op_line), (std::vector<Box>{{144, 2 * L, 64, 2 * L},
+                                                        {64, 2 * L, 64, 3 * L},
+                                                        {64, 3 * L, 144, 3 * L},
+                                                        {144, 3 * L, 144, 2 * L}}));
     EXPECT_EQ(draw::posxprev, 144); // the frame keeps the pen point
 
     Out(port, 0, 0, 0, 0, "\xFF\xC9\x22\x21\x20\x21"); // two-byte pen point
@@ -211,35 +183,32 @@ TEST_F(DrawTest, CutCommandsConsumeWhatIsThereAndDrawNothing) {
 
 TEST_F(DrawTest, MeasuringSkipsPenCommandsAsTwoBytesAndKeepsItsFlag) {
     smallFont();
+    struct Row {
+        std::string text;
+        int32_t width;
+    } rows[] = {
+        {"ab\xFF\xC8\x24\x28", Width(port, "ab") + Width(port, "\x24\x28")},
+        {"\xFF\x83"
+         "abc",
+         0},
+        {"abc", 0}, // still set: only a 130 clears it
+        {"\xFF\x82"
+         "abc",
+         Width(port, "abc")},
+    };
+    for (const Row &r : rows) {
+        int32_t w = -1, h = -1;
+        EXPECT_EQ(GetTextExtent_Ext(port, 0, 99, r.text.data(), int32_t(r.text.size()), &w, &h), 1);
+        EXPECT_EQ(w, r.width) << r.text;
+        EXPECT_EQ(h, 0);
+    }
     int32_t w = -1, h = -1;
-    std::string text = "ab\xFF\xC8\x24\x28";
-    EXPECT_EQ(GetTextExtent_Ext(port, 0, 99, text.data(), int32_t(text.size()), &w, &h), 1);
-    EXPECT_EQ(w, Width(port, "ab") + Width(port, "\x24\x28"));
-    EXPECT_EQ(h, 0);
-    text = "\xFF\x83"
-           "abc";
-    EXPECT_EQ(GetTextExtent_Ext(port, 0, 0, text.data(), int32_t(text.size()), &w, &h), 1);
-    EXPECT_EQ(w, 0);
-    EXPECT_EQ(GetTextExtent_Ext(port, 0, 0, "abc", 3, &w, &h), 1);
-    EXPECT_EQ(w, 0); // still set: only a 130 clears it
-    EXPECT_EQ(GetTextExtent_Ext(port, 0, 0,
-                                "\xFF\x82"
-                                "abc",
-                                5, &w, &h),
-              1);
-    EXPECT_EQ(w, Width(port, "abc"));
     EXPECT_EQ(GetTextExtent_Ext(port, 0, 0, nullptr, 3, &w, &h), 1);
     EXPECT_EQ(w, 0);
 }
 
 TEST_F(DrawTest, PrintstrCentresTextWithoutTabsAndChoosesArial) {
-    GrafPtr other = vitrail_port_new(10, 10);
-    platform::SetPort(other);
     int32_t end = ch_font_printstr(port, 20, 40, 200, 4, 255, 14, "Ordonnance");
-    GrafPtr now = nullptr;
-    platform::GetPort(&now);
-    EXPECT_EQ(now, other);
-    platform::SetPort(port);
     EXPECT_EQ(port->txFont, 1025); // Arial
     EXPECT_EQ(port->txSize, 14);
     EXPECT_EQ(port->fgColour.blue, 0); // black again
@@ -260,7 +229,6 @@ TEST_F(DrawTest, PrintstrCentresTextWithoutTabsAndChoosesArial) {
     ch_font_printstr(port, 0, 100, 50, 0, 255, 18, "x");
     EXPECT_EQ(port->txFont, 22); // a chosen font is kept, only the size changes
     EXPECT_EQ(port->txSize, 18);
-    vitrail_port_dispose(other);
 }
 
 TEST_F(DrawTest, HostileByteStringsNeverCrashOrLoop) {
