@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -43,7 +42,8 @@ class DrawTest : public ::testing::Test {
     void TearDown() override { vitrail_port_dispose(port); }
 
     uint32_t at(int32_t x, int32_t y) const { return vitrail_port_pixel(port, x, y); }
-    void expectPixels(std::initializer_list<Probe> probes) const {
+    template <size_t N>
+    void expectPixels(const Probe (&probes)[N]) const {
         for (const Probe &p : probes) EXPECT_EQ(at(p.x, p.y), p.rgba) << p.x << "," << p.y;
     }
 

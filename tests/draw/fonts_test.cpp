@@ -7,7 +7,7 @@
 #include "platform/quickdraw/fonts.h"
 #include "platform/quickdraw/text.h"
 
-using vitrail_test::DrawTest;
+using namespace vitrail_test;
 
 namespace {
 

@@ -6,11 +6,7 @@
 #include "platform/quickdraw/pen.h"
 #include "support/temp_resources.h"
 
-using vitrail_test::Box;
-using vitrail_test::DrawTest;
-using vitrail_test::kBlack;
-using vitrail_test::kRed;
-using vitrail_test::kWhite;
+using namespace vitrail_test;
 
 TEST(Palette, IndexesWrapModulo16AndNegativeOnesGiveBlack) {
     struct Row {
@@ -52,33 +48,23 @@ TEST_F(DrawTest, CallsWorkOnTheirPortAndRestoreTheCurrentOne) {
 
 TEST_F(DrawTest, LineExDrawsA2By2LineAndLeavesThePenNormalAndBlack) {
     Line_Ex(port, 16, 50, 144, 50, 12, 2);
-    expectPixels({{16, 50, 0x0000FFFF},
-                  {145, 51, 0x0000FFFF},
-                  {80, 51, 0x0000FFFF},
-                  {146, 50, kWhite},
-                  {15, 50, kWhite},
-                  {80, 52, kWhite}});
+    LineC_Ex(port, 10, 100, 10, 110, RGBColor{0xFFFF, 0x8000, 0}, 3);
+    const Probe probes[] = {{16, 50, 0x0000FFFF},  {145, 51, 0x0000FFFF}, {80, 51, 0x0000FFFF},
+                            {146, 50, kWhite},     {15, 50, kWhite},      {80, 52, kWhite},
+                            {12, 112, 0xFF8000FF}, {13, 105, kWhite}};
+    expectPixels(probes);
     EXPECT_EQ(port->pnSize.h, 1);
     EXPECT_EQ(port->pnSize.v, 1);
     EXPECT_EQ(port->fgColour.blue, 0);
-    LineC_Ex(port, 10, 100, 10, 110, RGBColor{0xFFFF, 0x8000, 0}, 3);
-    expectPixels({{12, 112, 0xFF8000FF}, {13, 105, kWhite}});
     Line_Ex(nullptr, 0, 0, 5, 5, 0, 1); // no port: nothing happens
 }
 
 TEST_F(DrawTest, RectangleExPaintsRedWithABlackBorder) {
     Rectangle_Ex(port, 10, 20, 8, 8, 9);
-    expectPixels({{10, 20, kBlack},
-                  {17, 20, kBlack},
-                  {10, 27, kBlack},
-                  {17, 27, kBlack},
-                  {13, 20, kBlack},
-                  {11, 21, kRed},
-                  {16, 26, kRed},
-                  {18, 24, kWhite},
-                  {14, 28, kWhite},
-                  {9, 24, kWhite},
-                  {13, 19, kWhite}});
+    const Probe probes[] = {{10, 20, kBlack}, {17, 20, kBlack}, {10, 27, kBlack}, {17, 27, kBlack},
+                            {13, 20, kBlack}, {11, 21, kRed},   {16, 26, kRed},   {18, 24, kWhite},
+                            {14, 28, kWhite}, {9, 24, kWhite},  {13, 19, kWhite}};
+    expectPixels(probes);
     EXPECT_EQ(boxes(vitrail_op_frame_rect), (std::vector<Box>{{10, 20, 18, 28}}));
     EXPECT_EQ(port->fgColour.red, 0);
     Rectangle_Ex(port, 50, 50, -5, 4, 9); // inverted: nothing painted
@@ -89,11 +75,12 @@ TEST_F(DrawTest, PicturesAreDrawnAtNaturalSizeAndMeasured) {
     vitrail_test::TempResources res;
     ASSERT_TRUE(res.picture("repferb", 40, 20, 0x00C000, 5, 5));
     EXPECT_EQ(BMP_affic_desfond0("repferb", port, 100, 50), 0);
-    expectPixels({{100, 50, 0x00C000FF},
-                  {139, 69, 0x00C000FF},
-                  {140, 60, kWhite},
-                  {120, 70, kWhite},
-                  {99, 50, kWhite}});
+    const Probe probes[] = {{100, 50, 0x00C000FF},
+                            {139, 69, 0x00C000FF},
+                            {140, 60, kWhite},
+                            {120, 70, kWhite},
+                            {99, 50, kWhite}};
+    expectPixels(probes);
     int32_t w = -1, h = -1;
     EXPECT_EQ(BMP_affic_dimfond0("repferb", &w, &h), 0);
     EXPECT_EQ(w, 40);

@@ -8,11 +8,7 @@
 #include "platform/quickdraw/text.h"
 #include "support/temp_resources.h"
 
-using vitrail_test::Box;
-using vitrail_test::BoxOf;
-using vitrail_test::DrawTest;
-using vitrail_test::kBlack;
-using vitrail_test::kWhite;
+using namespace vitrail_test;
 
 namespace {
 
@@ -122,7 +118,8 @@ TEST_F(DrawTest, SquaresAndPicturesAdvanceTwoUnits) {
     EXPECT_STREQ(pictures[0].text, "puceb");
     EXPECT_EQ(pictures[0].x1, 100);
     EXPECT_EQ(pictures[0].y1, 51);
-    expectPixels({{14, 24, kBlack}, {17, 27, 0xFF0000FF}, {105, 56, 0x0000FFFF}});
+    const Probe probes[] = {{14, 24, kBlack}, {17, 27, 0xFF0000FF}, {105, 56, 0x0000FFFF}};
+    expectPixels(probes);
     int32_t w = 0, h = 0;
     EXPECT_EQ(GetTextExtent_Ext(port, 0, 0, "\xFF\x8A\xFF\xA1", 4, &w, &h), 1);
     EXPECT_EQ(w, 32);

@@ -2,11 +2,9 @@
 // checked through pixels and the operation trace.
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <initializer_list>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -28,6 +26,11 @@ namespace {
 
 constexpr uint32_t kWhite = 0xFFFFFFFF, kBlack = 0x000000FF;
 
+struct Probe {
+    int32_t x, y;
+    uint32_t rgba;
+};
+
 // A fresh port made current for one test, disposed at the end.
 struct ScopedPort {
     explicit ScopedPort(int32_t w = 200, int32_t h = 100) : port(vitrail_port_new(w, h)) {
@@ -35,9 +38,9 @@ struct ScopedPort {
     }
     ~ScopedPort() { vitrail_port_dispose(port); }
     uint32_t at(int32_t x, int32_t y) const { return vitrail_port_pixel(port, x, y); }
-    void expectPixels(std::initializer_list<std::array<uint32_t, 3>> probes) const {
-        for (auto [x, y, rgba] : probes)
-            EXPECT_EQ(at(int32_t(x), int32_t(y)), rgba) << x << "," << y;
+    template <size_t N>
+    void expectPixels(const Probe (&probes)[N]) const {
+        for (const Probe &p : probes) EXPECT_EQ(at(p.x, p.y), p.rgba) << p.x << "," << p.y;
     }
     vitrail_trace_op op(int32_t i) const {
         vitrail_trace_op o{};
@@ -98,14 +101,9 @@ TEST(Shapes, ThickFramesStayInsideTheOffsetRect) {
     OffsetRect(&r, 5, 7);
     FrameRect(&r);
     // Left edge 3 wide, top 2 high; right from 15 - 3, bottom from 17 - 2.
-    s.expectPixels({{7, 12, kBlack},
-                    {8, 12, kWhite},
-                    {10, 8, kBlack},
-                    {10, 9, kWhite},
-                    {12, 12, kBlack},
-                    {10, 15, kBlack},
-                    {4, 12, kWhite},
-                    {10, 17, kWhite}});
+    const Probe probes[] = {{7, 12, kBlack},  {8, 12, kWhite},  {10, 8, kBlack}, {10, 9, kWhite},
+                            {12, 12, kBlack}, {10, 15, kBlack}, {4, 12, kWhite}, {10, 17, kWhite}};
+    s.expectPixels(probes);
 }
 
 TEST(Pen, TwoByTwoLinesCoverThePenBelowAndRightOfEachPoint) {
@@ -119,13 +117,10 @@ TEST(Pen, TwoByTwoLinesCoverThePenBelowAndRightOfEachPoint) {
         EXPECT_EQ(s.at(x, 30), kBlack) << x;
         EXPECT_EQ(s.at(x, 31), kBlack) << x;
     }
-    s.expectPixels({{15, 30, kWhite},
-                    {42, 30, kWhite},
-                    {20, 29, kWhite},
-                    {20, 32, kWhite},
-                    {101, 21, kBlack},
-                    {102, 15, kWhite},
-                    {100, 22, kWhite}});
+    const Probe probes[] = {{15, 30, kWhite}, {42, 30, kWhite},  {20, 29, kWhite},
+                            {20, 32, kWhite}, {101, 21, kBlack}, {102, 15, kWhite},
+                            {100, 22, kWhite}};
+    s.expectPixels(probes);
     EXPECT_EQ(s.op(0).pen_width, 2);
     EXPECT_EQ(CurrentPort()->pnLoc.h, 100);
     EXPECT_EQ(CurrentPort()->pnLoc.v, 20);
@@ -239,10 +234,11 @@ TEST(Text, CopyModeFillsTheGlyphBoxAndUnderlineDrawsBelowTheBaseline) {
     DrawString(Pascal("ii").data());
     FontInfo fi;
     GetFontInfo(&fi);
-    s.expectPixels({{20, uint32_t(50 - fi.ascent), 0x00FFFFFF},
-                    {20, uint32_t(50 + fi.descent - 1), 0x00FFFFFF},
-                    {20, uint32_t(50 - fi.ascent - 1), kWhite},
-                    {21, 51, kBlack}});
+    const Probe probes[] = {{20, int32_t(50 - fi.ascent), 0x00FFFFFF},
+                            {20, int32_t(50 + fi.descent - 1), 0x00FFFFFF},
+                            {20, int32_t(50 - fi.ascent - 1), kWhite},
+                            {21, 51, kBlack}};
+    s.expectPixels(probes);
     TextMode(srcOr);
     TextFace(0);
     MoveTo(20, 80);
@@ -282,14 +278,10 @@ TEST(Pictures, NamedPictureIsFoundDrawnAtItsFrameAndReleased) {
     Rect clipped{-5, -20, 15, 20}; // partly outside the port
     DrawPicture(h, &clipped);
     ReleaseResource(h);
-    s.expectPixels({{0, 0, 0x00FF00FF},
-                    {19, 14, 0x00FF00FF},
-                    {20, 14, kWhite},
-                    {19, 15, kWhite},
-                    {100, 50, 0x00FF00FF},
-                    {139, 69, 0x00FF00FF},
-                    {140, 69, kWhite},
-                    {139, 70, kWhite}});
+    const Probe probes[] = {{0, 0, 0x00FF00FF}, {19, 14, 0x00FF00FF},  {20, 14, kWhite},
+                            {19, 15, kWhite},   {100, 50, 0x00FF00FF}, {139, 69, 0x00FF00FF},
+                            {140, 69, kWhite},  {139, 70, kWhite}};
+    s.expectPixels(probes);
     EXPECT_EQ(s.op(0).kind, vitrail_op_picture);
     EXPECT_STREQ(s.op(0).text, "repferb");
 }
