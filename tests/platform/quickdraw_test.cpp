@@ -269,10 +269,9 @@ TEST(Pictures, NamedPictureIsFoundDrawnAtItsFrameAndReleased) {
     ASSERT_NE(h, nullptr);
     PictInfo info{};
     ASSERT_EQ(GetPictInfo(h, &info, 0, 0, 0, 0), 0);
-    EXPECT_EQ(info.sourceRect.left, 5);
-    EXPECT_EQ(info.sourceRect.top, 5);
-    EXPECT_EQ(info.sourceRect.right, 45);
-    EXPECT_EQ(info.sourceRect.bottom, 25);
+    const Rect &src = info.sourceRect;
+    EXPECT_EQ((std::vector<int>{src.left, src.top, src.right, src.bottom}),
+              (std::vector<int>{5, 5, 45, 25}));
     Rect dst{50, 100, 70, 140};
     DrawPicture(h, &dst);
     Rect clipped{-5, -20, 15, 20}; // partly outside the port
