@@ -58,7 +58,7 @@ std::vector<uint8_t> Pascal(std::string_view s) {
 
 } // namespace
 
-TEST(Port, SizesOutOfRangeAreRefusedAndQueriesStayInside) {
+TEST(Port, SizesOutOfRangeAreRefusedAndDisposedPortsAreLeft) {
     struct Row {
         int32_t w, h;
         bool made;
@@ -76,9 +76,8 @@ TEST(Port, SizesOutOfRangeAreRefusedAndQueriesStayInside) {
     EXPECT_EQ(vitrail_port_trace_count(nullptr), 0);
     vitrail_trace_op op;
     EXPECT_EQ(vitrail_port_trace_get(nullptr, 0, &op), -1);
-}
 
-TEST(Port, DisposingTheCurrentPortLeavesNoneAndDrawingIsIgnored) {
+    // Disposing the current port leaves none, and drawing is then ignored.
     GrafPtr p = vitrail_port_new(10, 10);
     SetPort(p);
     vitrail_port_dispose(p);
@@ -106,7 +105,7 @@ TEST(Shapes, ThickFramesStayInsideTheOffsetRect) {
     s.expectPixels(probes);
 }
 
-TEST(Pen, TwoByTwoLinesCoverThePenBelowAndRightOfEachPoint) {
+TEST(Pen, LinesCoverThePenBelowAndRightOfEachPointInsideThePort) {
     ScopedPort s;
     PenSize(2, 2);
     MoveTo(16, 30);
@@ -124,10 +123,9 @@ TEST(Pen, TwoByTwoLinesCoverThePenBelowAndRightOfEachPoint) {
     EXPECT_EQ(s.op(0).pen_width, 2);
     EXPECT_EQ(CurrentPort()->pnLoc.h, 100);
     EXPECT_EQ(CurrentPort()->pnLoc.v, 20);
-}
 
-TEST(Pen, DiagonalAndHugeLinesStayInsideThePort) {
-    ScopedPort s(50, 50);
+    // Diagonals, and huge pens that must stay inside the port.
+    PenSize(1, 1);
     MoveTo(0, 0);
     LineTo(9, 9);
     for (int i = 0; i <= 9; ++i) EXPECT_EQ(s.at(i, i), kBlack) << i;
@@ -135,7 +133,7 @@ TEST(Pen, DiagonalAndHugeLinesStayInsideThePort) {
     PenSize(32767, 32767);
     MoveTo(-32768, -32768);
     LineTo(32767, 32767);
-    EXPECT_EQ(s.at(49, 49), kBlack);
+    EXPECT_EQ(s.at(199, 99), kBlack);
     PenSize(0, 4);
     MoveTo(0, 40);
     RGBColor red{0xFFFF, 0, 0};
@@ -198,7 +196,7 @@ TEST(Text, MetricsGrowWithSizeAndEveryTableFontLoads) {
     }
 }
 
-TEST(Text, DrawStringTracesDecodedTextAndMovesThePenByItsWidth) {
+TEST(Text, DrawStringTracesDecodedTextMovesThePenAndFacesChangeWidths) {
     ScopedPort s;
     TextFont(FontNumber("Arial"));
     TextSize(14);
@@ -221,6 +219,16 @@ TEST(Text, DrawStringTracesDecodedTextAndMovesThePenByItsWidth) {
         for (int x = 10; x < 10 + width; ++x) dark += s.at(x, y) != kWhite;
     EXPECT_GT(dark, 40);
     for (int y = 0; y < 100; ++y) EXPECT_EQ(s.at(10 + width + 2, y), kWhite) << y;
+    // Condense and extend take one pixel per character; bold widens.
+    auto word = Pascal("Ordonnance");
+    int16_t plain = StringWidth(word.data());
+    TextFace(condense);
+    EXPECT_EQ(StringWidth(word.data()), plain - 10);
+    TextFace(extend);
+    EXPECT_EQ(StringWidth(word.data()), plain + 10);
+    TextFace(bold);
+    EXPECT_GT(StringWidth(word.data()), plain);
+    EXPECT_EQ(StringWidth(Pascal("").data()), 0);
 }
 
 TEST(Text, CopyModeFillsTheGlyphBoxAndUnderlineDrawsBelowTheBaseline) {
@@ -244,21 +252,6 @@ TEST(Text, CopyModeFillsTheGlyphBoxAndUnderlineDrawsBelowTheBaseline) {
     MoveTo(20, 80);
     DrawString(Pascal("ii").data());
     EXPECT_EQ(s.at(20, 80 - fi.ascent), kWhite);
-}
-
-TEST(Text, FacesChangeWidthsAsDocumented) {
-    ScopedPort s;
-    TextFont(FontNumber("Geneva"));
-    TextSize(12);
-    auto text = Pascal("Ordonnance");
-    int16_t plain = StringWidth(text.data());
-    TextFace(condense);
-    EXPECT_EQ(StringWidth(text.data()), plain - 10);
-    TextFace(extend);
-    EXPECT_EQ(StringWidth(text.data()), plain + 10);
-    TextFace(bold);
-    EXPECT_GT(StringWidth(text.data()), plain);
-    EXPECT_EQ(StringWidth(Pascal("").data()), 0);
 }
 
 TEST(Pictures, NamedPictureIsFoundDrawnAtItsFrameAndReleased) {
