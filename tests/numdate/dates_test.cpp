@@ -8,6 +8,7 @@
 #include "platform/toolbox/datetime.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <string>
@@ -39,34 +40,11 @@ int32_t civil_from_days(int64_t z) {
 }
 
 TEST(Dates, NamesAndAbbreviations) {
-    const char *months[] = {"Ill\x82gal",
-                            "Janvier",
-                            "F\x82vrier",
-                            "Mars",
-                            "Avril",
-                            "Mai",
-                            "Juin",
-                            "Juillet",
-                            "Aout",
-                            "Septembre",
-                            "Octobre",
-                            "Novembre",
-                            "D\x82"
-                            "cembre"};
-    const char *mabbr[] = {"ILL",
-                           "JAN",
-                           "F\x82V",
-                           "MAR",
-                           "AVR",
-                           "MAI",
-                           "JUI",
-                           "JUI",
-                           "AOU",
-                           "SEP",
-                           "OCT",
-                           "NOV",
-                           "D\x82"
-                           "C"};
+    const char *months[] = {"Ill\202gal", "Janvier",  "F\202vrier", "Mars", "Avril",
+                            "Mai",        "Juin",     "Juillet",    "Aout", "Septembre",
+                            "Octobre",    "Novembre", "D\202cembre"};
+    const char *mabbr[] = {"ILL", "JAN", "F\202V", "MAR", "AVR", "MAI",   "JUI",
+                           "JUI", "AOU", "SEP",    "OCT", "NOV", "D\202C"};
     for (int32_t m = 0; m <= 12; ++m) {
         EXPECT_STREQ(utdatemy(m), months[m]) << m;
         EXPECT_STREQ(utdatemm(m), mabbr[m]) << m;
@@ -92,9 +70,10 @@ TEST(Dates, NamesAndAbbreviations) {
 }
 
 TEST(Dates, LeapYearsAndMonthLengths) {
-    const int32_t leap[][2] = {{2000, 1}, {1900, 0}, {2024, 1}, {2023, 0}, {2100, 0},
-                               {1600, 1}, {0, 1},    {-4, 1},   {-100, 0}, {-400, 1}};
-    for (const auto &r : leap) EXPECT_EQ(utdately(r[0]), r[1]) << r[0];
+    for (int32_t y = -800; y <= 2800; ++y) {
+        const int64_t length = days_from_civil(y + 1, 1, 1) - days_from_civil(y, 1, 1);
+        ASSERT_EQ(utdately(y), length == 366 ? 1 : 0) << y;
+    }
     for (int32_t y = 1600; y <= 2400; ++y) {
         for (int32_t m = 1; m <= 12; ++m) {
             const int64_t next =
@@ -106,8 +85,6 @@ TEST(Dates, LeapYearsAndMonthLengths) {
 }
 
 TEST(Dates, WeekdayEveryDay) {
-    EXPECT_EQ(utdatedw(2024, 2, 29), 4);
-    EXPECT_EQ(utdatedw(2000, 1, 1), 6);
     for (int64_t z = days_from_civil(1, 1, 1); z <= days_from_civil(9999, 12, 31); ++z) {
         const int32_t d = civil_from_days(z);
         const int32_t want = static_cast<int32_t>(((z % 7) + 7 + 4) % 7); // 1970-01-01: Thursday
@@ -121,10 +98,8 @@ TEST(Dates, WeekdayEveryDay) {
 }
 
 TEST(Dates, ValidateEveryDay) {
-    const int32_t rows[][2] = {{20230229, 0}, {20240229, 1}, {17991231, 0},  {18000101, 1},
-                               {21001231, 1}, {21010101, 0}, {20240100, 0},  {20240132, 0},
-                               {20241301, 0}, {20240001, 0}, {-20240101, 0}, {0, 0}};
-    for (const auto &r : rows) EXPECT_EQ(Validate_Date(r[0]), r[1]) << r[0];
+    for (int32_t d : {20240100, 20241301, 20240001, -20240101, 0})
+        EXPECT_EQ(Validate_Date(d), 0) << d;
     for (int64_t z = days_from_civil(1795, 1, 1); z <= days_from_civil(2105, 12, 31); ++z) {
         const int32_t d = civil_from_days(z);
         const int32_t in_range = d >= 18000101 && d <= 21001231;
@@ -136,16 +111,7 @@ TEST(Dates, ValidateEveryDay) {
 }
 
 TEST(Dates, IncrAndDiffEveryDay) {
-    const int32_t incr[][3] = {{20231231, 1, 20240101}, {20240131, 30, 20240301},
-                               {20240228, 1, 20240229}, {20230228, 1, 20230301},
-                               {20240101, 0, 20240101}, {20240135, 0, 20240204}};
-    for (const auto &r : incr) EXPECT_EQ(Get_Date_Incr(r[0], r[1]), r[2]) << r[0] << "+" << r[1];
-    const int32_t diff[][3] = {{20010305, 10, 20010223}, {20010305, 5, 20010228},
-                               {20010331, 29, 20010302}, {20010601, 400, 20000427},
-                               {20000101, 1, 19991231},  {20240301, 1, 20240229}};
-    for (const auto &r : diff) EXPECT_EQ(Get_Date_Diff(r[0], r[1]), r[2]) << r[0] << "-" << r[1];
-
-    const uint32_t small[] = {0, 1, 2, 27, 28, 29, 30, 31, 59, 60, 365, 366, 731, 1461};
+    const uint32_t small[] = {0, 1, 2, 5, 10, 27, 28, 29, 30, 31, 59, 60, 365, 366, 400, 731, 1461};
     const uint32_t large[] = {36524, 36525, 146096, 146097, 146098, 400000, 1000000};
     const int64_t first = days_from_civil(1800, 1, 1), last = days_from_civil(2100, 12, 31);
     for (int64_t z = first; z <= last; ++z) {
@@ -168,34 +134,27 @@ TEST(Dates, IncrAndDiffOutOfRange) {
         int32_t date;
         uint32_t n;
         int32_t incr, diff;
-    } rows[] = {
-        {20241301, 5, 20241301, 20241301},    {20240001, 5, 20240001, 20240001},
-        {-20240101, 5, -20240101, -20240101}, {99991231, 1, 0, 99991230},
-        {99991230, 1, 99991231, 99991229},    {101, 1, 102, 0},
-        {20240101, UINT32_MAX, 0, 0},         {20240100, 0, 20240100, 20231231},
-    };
+    } rows[] = {{20241301, 5, 20241301, 20241301},    {20240001, 5, 20240001, 20240001},
+                {-20240101, 5, -20240101, -20240101}, {99991231, 1, 0, 99991230},
+                {99991230, 1, 99991231, 99991229},    {101, 1, 102, 0},
+                {20240101, UINT32_MAX, 0, 0},         {20240100, 0, 20240100, 20231231}};
     for (const auto &r : rows) {
         EXPECT_EQ(Get_Date_Incr(r.date, r.n), r.incr) << r.date << "+" << r.n;
         EXPECT_EQ(Get_Date_Diff(r.date, r.n), r.diff) << r.date << "-" << r.n;
     }
+    EXPECT_EQ(Get_Date_Incr(20240135, 0), 20240204);
 }
 
 TEST(Dates, MinutesSinceOrigin) {
-    const int32_t rows[][4] = {
-        {19500101, 0, 1950, 1440},
-        {19530101, 0, 1950, 1440 * 1097},
-        {19521231, 1230, 1950, 1440 * 1096 + 750},
-        {19491231, 2359, 1950, 365 * 1440 + 23 * 60 + 59},
-        {99991231, 2359, -2000000000, INT32_MAX},
-    };
-    for (const auto &r : rows) EXPECT_EQ(Min_depuis_org(r[0], r[1], r[2]), r[3]) << r[0];
+    EXPECT_EQ(Min_depuis_org(99991231, 2359, -2000000000), INT32_MAX);
     for (int32_t origin : {1800, 1950, 2000}) {
         const int64_t start = days_from_civil(origin, 1, 1);
         for (int64_t z = days_from_civil(1800, 1, 1); z <= days_from_civil(2100, 12, 31); ++z) {
-            const int32_t d = civil_from_days(z);
-            const int32_t y = d / 10000;
+            const int32_t d = civil_from_days(z), y = d / 10000;
+            const int32_t h = static_cast<int32_t>((z + 240000) % 24),
+                          m = static_cast<int32_t>((z + 240000) % 60);
             const int64_t days = y >= origin ? z - start + 1 : z - days_from_civil(y, 1, 1) + 1;
-            ASSERT_EQ(Min_depuis_org(d, 1730, origin), days * 1440 + 17 * 60 + 30) << d;
+            ASSERT_EQ(Min_depuis_org(d, h * 100 + m, origin), days * 1440 + h * 60 + m) << d;
         }
     }
 }
@@ -208,16 +167,9 @@ TEST(Dates, StoredAndDisplayForms) {
         f(src, dst);
         return std::string(dst);
     };
-    EXPECT_EQ(build(Qar_Build_Date, "29/02/2024"), "20240229");
-    EXPECT_EQ(build(Qar_Build_Date_short, "01/02/49"), "20490201");
-    EXPECT_EQ(build(Qar_Build_Date_short, "01/02/50"), "19500201");
-    EXPECT_EQ(build(Qar_Build_Date_short, "31/12/00"), "20001231");
-    EXPECT_EQ(build(Qar_Build_Date_short, "31/12/99"), "19991231");
     EXPECT_EQ(build(Qar_Build_Date_Qa, "29/02/2024"), "202402290000");
     EXPECT_EQ(build(Qar_Build_Date_Qa, "29/02/24"), "202402290000");
     EXPECT_EQ(build(Qar_Build_Date_Qa, "29/02/74"), "197402290000");
-    EXPECT_EQ(build(Qar_Inv_Date, "20240229"), "29/02/2024");
-    EXPECT_EQ(build(Qar_Reduc_Date, "29/02/2024"), "29/02/24");
     EXPECT_EQ(build(Qar_Reduc_Date, "29/02/24"), "29/02/24");
     EXPECT_EQ(std::string(Qar_Inv_Date_2("20240229", dst)), "29/02/24");
     EXPECT_EQ(Qar_Inv_Date_Time("20240229173005", dst), dst);
@@ -242,17 +194,23 @@ TEST(Dates, StoredAndDisplayForms) {
     EXPECT_EQ(build(Qar_Build_Date_short, "1/2/3"), "2000/31/");
 }
 
+// Display forms are checked against their own formatting; the stored form
+// comes back from both, with the two-digit years pivoting on a_org.
 TEST(Dates, StoredRoundTripEveryDay) {
-    char display[16], stored[16], shortd[16];
+    char display[16], stored[16], shortd[16], want[16];
+    a_org = 1950;
     for (int64_t z = days_from_civil(1950, 1, 1); z <= days_from_civil(2049, 12, 31); ++z) {
         const int32_t d = civil_from_days(z);
         char text[16];
         ASSERT_EQ(LongToNUM(d, text, 8), 0);
         text[8] = '\0';
         Qar_Inv_Date(text, display);
+        std::snprintf(want, sizeof want, "%02d/%02d/%04d", d % 100, d / 100 % 100, d / 10000);
+        ASSERT_STREQ(display, want);
         Qar_Build_Date(display, stored);
         ASSERT_STREQ(stored, text);
         Qar_Reduc_Date(display, shortd);
+        ASSERT_STREQ(shortd, std::string(want).erase(6, 2).c_str());
         Qar_Build_Date_short(shortd, stored);
         ASSERT_STREQ(stored, text);
     }

