@@ -16,13 +16,11 @@ TEST(Ch, Trim) {
         char c;
         const char *out;
         int32_t result;
-    } rows[] = {
-        {"  ab  ", chelicar_f, ' ', "  ab", 4}, {"  ab", chelicar_d, ' ', "ab", 2},
-        {"ab", chelicar_d, ' ', "ab", 2},       {"    ", chelicar_f, ' ', "", 0},
-        {"    ", chelicar_d, ' ', "", 0},       {"\tab\t", chelicar_f, ' ', "\tab\t", 4},
-        {"00120", chelicar_d, '0', "120", 3},   {"00120", chelicar_f, '0', "0012", 4},
-        {"abc", chelicar_d, '\0', "abc", 3},    {"abc", chelicar_f, '\0', "abc", 3},
-    };
+    } rows[] = {{"  ab  ", chelicar_f, ' ', "  ab", 4}, {"  ab", chelicar_d, ' ', "ab", 2},
+                {"ab", chelicar_d, ' ', "ab", 2},       {"    ", chelicar_f, ' ', "", 0},
+                {"    ", chelicar_d, ' ', "", 0},       {"\tab\t", chelicar_f, ' ', "\tab\t", 4},
+                {"00120", chelicar_d, '0', "120", 3},   {"00120", chelicar_f, '0', "0012", 4},
+                {"abc", chelicar_d, '\0', "abc", 3},    {"abc", chelicar_f, '\0', "abc", 3}};
     for (const Row &r : rows) {
         char buf[16];
         std::strcpy(buf, r.in);
@@ -46,10 +44,8 @@ TEST(Ch, CompareAndSearch) {
     struct Row {
         const char *pattern, *s;
         int32_t pos;
-    } rows[] = {
-        {"", "", -1},  {"", "x", 0},       {"lo", "hello", 3},    {"helloo", "hello", -1},
-        {"x", "", -1}, {"aab", "aaab", 1}, {"hello", "hello", 0},
-    };
+    } rows[] = {{"", "", -1},  {"", "x", 0},       {"lo", "hello", 3},   {"helloo", "hello", -1},
+                {"x", "", -1}, {"aab", "aaab", 1}, {"hello", "hello", 0}};
     for (const Row &r : rows) EXPECT_EQ(chcher(r.pattern, r.s), r.pos) << r.pattern << "|" << r.s;
     EXPECT_EQ(chcher_c('o', "hello"), 4);
     EXPECT_EQ(chcher_c('z', "hello"), -1);
@@ -61,10 +57,9 @@ TEST(Ch, Delete) {
         int32_t count, pos;
         const char *out;
     } rows[] = {
-        {10, 2, "abcdef"}, {3, 4, "abcd"},           {2, -5, "cdef"},         {6, 0, ""},
-        {7, 0, "abcdef"},  {0, 1, "abcdef"},         {-1, 1, "abcdef"},       {1, 5, "abcde"},
-        {2, 99, "abcde"},  {INT32_MAX, 0, "abcdef"}, {1, INT32_MIN, "bcdef"},
-    };
+        {10, 2, "abcdef"}, {3, 4, "abcd"},           {2, -5, "cdef"},        {6, 0, ""},
+        {7, 0, "abcdef"},  {0, 1, "abcdef"},         {-1, 1, "abcdef"},      {1, 5, "abcde"},
+        {2, 99, "abcde"},  {INT32_MAX, 0, "abcdef"}, {1, INT32_MIN, "bcdef"}};
     for (const Row &r : rows) {
         char buf[8] = "abcdef";
         chdelch(buf, r.count, r.pos);
@@ -79,16 +74,14 @@ TEST(Ch, Insert) {
         const char *ins;
         int32_t pos, result;
         const char *out;
-    } rows[] = {
-        {"abc", 8, "XY", 1, 2, "aXYbc"},
-        {"abc", 8, "XY", -3, 2, "XYabc"},
-        {"abc", 8, "XY", 99, 2, "abcXY"},
-        {"abcde", 8, "XY", 0, 2, "XYabcde"},
-        {"abcdef", 8, "XY", 0, 0, "abcdef"},
-        {"abc", 8, "", 1, 0, "abc"},
-        {"", 1, "X", 0, 0, ""},
-        {"abc", -5, "X", 0, 0, "abc"},
-    };
+    } rows[] = {{"abc", 8, "XY", 1, 2, "aXYbc"},
+                {"abc", 8, "XY", -3, 2, "XYabc"},
+                {"abc", 8, "XY", 99, 2, "abcXY"},
+                {"abcde", 8, "XY", 0, 2, "XYabcde"},
+                {"abcdef", 8, "XY", 0, 0, "abcdef"},
+                {"abc", 8, "", 1, 0, "abc"},
+                {"", 1, "X", 0, 0, ""},
+                {"abc", -5, "X", 0, 0, "abc"}};
     for (const Row &r : rows) {
         char buf[12];
         std::memset(buf, '#', sizeof buf);

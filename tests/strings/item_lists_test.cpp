@@ -2,20 +2,38 @@
 // 64-byte result area.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
+#include <vector>
 
 #include <vitrail/strings.h>
 
 namespace {
 
-TEST(ItemLists, Count) {
-    struct Row {
-        const char *list;
-        int32_t count;
-    } rows[] = {
-        {"", 1}, {"1,2-3+4", 4}, {"a,,b", 3}, {",", 2}, {"abc", 1}, {"-a-", 3}, {" ; ", 1},
-    };
-    for (const Row &r : rows) EXPECT_EQ(Teste_liste(r.list), r.count) << r.list;
+// Items are what lies between the separators , - and + (blanks kept, empty
+// items counted); every index in and around each list is checked.
+TEST(ItemLists, CountAndExtract) {
+    for (const char *list :
+         {"", "1,2-3+4", "a,,b", ",", "abc", "-a-", " ; ", ",x", "x,", "a b+ c"}) {
+        std::vector<std::string> items(1);
+        for (const char *p = list; *p; ++p) {
+            if (std::strchr(",-+", *p))
+                items.emplace_back();
+            else
+                items.back() += *p;
+        }
+        const auto count = static_cast<int32_t>(items.size());
+        EXPECT_EQ(Teste_liste(list), count) << list;
+        for (int32_t i : {-1, 0, 1, 2, 3, 4, count, INT32_MAX, INT32_MIN}) {
+            const char *got = Get_item_liste(list, i);
+            if (i < 0 || i >= count) {
+                EXPECT_EQ(got, nullptr) << list << "#" << i;
+            } else {
+                ASSERT_NE(got, nullptr) << list << "#" << i;
+                EXPECT_EQ(got, items[i]) << list << "#" << i;
+            }
+        }
+    }
     EXPECT_EQ(Teste_liste(nullptr), 1);
 }
 
@@ -23,13 +41,11 @@ TEST(ItemLists, Membership) {
     struct Row {
         const char *list, *item;
         int32_t n, found;
-    } rows[] = {
-        {"12,15+20", "15", 2, 1}, {"12,15+20", "1", 1, 0},   {"12,15+20", "20", 2, 1},
-        {"12,15+20", "12", 2, 1}, {"12,15+20", "120", 3, 0}, {"AB, CD", "CD", 2, 0},
-        {"AB, CD", " CD", 3, 1},  {"ab", "AB", 2, 0},        {"12,15", "15xyz", 2, 1},
-        {"a,,b", "", 0, 1},       {"a,b", "", 0, 0},         {"", "", 0, 1},
-        {"a,b", "a", -1, 0},      {"a?c", "abc", 3, 0},
-    };
+    } rows[] = {{"12,15+20", "15", 2, 1}, {"12,15+20", "1", 1, 0},   {"12,15+20", "20", 2, 1},
+                {"12,15+20", "12", 2, 1}, {"12,15+20", "120", 3, 0}, {"AB, CD", "CD", 2, 0},
+                {"AB, CD", " CD", 3, 1},  {"ab", "AB", 2, 0},        {"12,15", "15xyz", 2, 1},
+                {"a,,b", "", 0, 1},       {"a,b", "", 0, 0},         {"", "", 0, 1},
+                {"a,b", "a", -1, 0},      {"a?c", "abc", 3, 0}};
     for (const Row &r : rows) {
         EXPECT_EQ(Teste_item_liste(r.list, r.item, r.n), r.found) << r.list << "|" << r.item;
         const int32_t len = static_cast<int32_t>(std::string(r.list).size());
@@ -41,44 +57,14 @@ TEST(ItemLists, Membership) {
         int32_t len;
         const char *item;
         int32_t n, found;
-    } counted[] = {
-        {"A,B", 1, "B", 1, 0},       {"A,B", 1, "A", 1, 1}, {"A,B", 3, "B", 1, 1},
-        {"A\0B,C", 5, "A\0B", 3, 1}, {"A,B", 0, "", 0, 1},  {"A,B", -1, "A", 1, 0},
-        {"AB", 1, "A", 1, 1},
-    };
+    } counted[] = {{"A,B", 1, "B", 1, 0},       {"A,B", 1, "A", 1, 1}, {"A,B", 3, "B", 1, 1},
+                   {"A\0B,C", 5, "A\0B", 3, 1}, {"A,B", 0, "", 0, 1},  {"A,B", -1, "A", 1, 0},
+                   {"AB", 1, "A", 1, 1}};
     for (const Counted &c : counted)
         EXPECT_EQ(Teste_item_szliste(c.list, c.len, c.item, c.n), c.found) << c.list << c.len;
 }
 
-TEST(ItemLists, Extract) {
-    struct Row {
-        const char *list;
-        int32_t index;
-        const char *item; // nullptr: no such item
-    } rows[] = {
-        {"A,BC-D", 0, "A"},
-        {"A,BC-D", 1, "BC"},
-        {"A,BC-D", 2, "D"},
-        {"A,BC-D", 3, nullptr},
-        {"A,BC-D", -1, nullptr},
-        {"", 0, ""},
-        {"", 1, nullptr},
-        {",x", 0, ""},
-        {",x", 1, "x"},
-        {"x,", 1, ""},
-        {"a b+ c", 1, " c"},
-        {"A", INT32_MAX, nullptr},
-        {"A", INT32_MIN, nullptr},
-    };
-    for (const Row &r : rows) {
-        const char *got = Get_item_liste(r.list, r.index);
-        if (!r.item) {
-            EXPECT_EQ(got, nullptr) << r.list << "#" << r.index;
-        } else {
-            ASSERT_NE(got, nullptr) << r.list << "#" << r.index;
-            EXPECT_STREQ(got, r.item) << r.list << "#" << r.index;
-        }
-    }
+TEST(ItemLists, ResultArea) {
     // The result area holds 63 bytes: an item that long fits, a longer one is cut.
     for (size_t len : {62, 63, 64, 100}) {
         std::string item(len, 'x');
