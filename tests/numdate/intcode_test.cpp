@@ -15,7 +15,6 @@ struct ReadRow {
     const char *text;
     int32_t code;
     int32_t value; // checked when code is 0
-    const char *trimmed;
 };
 
 void check_reads(bool shortpair, std::initializer_list<ReadRow> rows) {
@@ -26,34 +25,38 @@ void check_reads(bool shortpair, std::initializer_list<ReadRow> rows) {
             shortpair ? intcod_i(text.data(), &value) : intcod_l(text.data(), &value);
         EXPECT_EQ(code, r.code) << '"' << r.text << '"';
         EXPECT_EQ(value, r.code == 0 ? r.value : 777) << '"' << r.text << '"';
-        EXPECT_STREQ(text.c_str(), r.trimmed) << '"' << r.text << '"';
+        // Blanks around the text are removed in place, whatever the code.
+        std::string trimmed = r.text;
+        trimmed.erase(0, trimmed.find_first_not_of(' '));
+        trimmed.erase(trimmed.find_last_not_of(' ') + 1);
+        EXPECT_STREQ(text.c_str(), trimmed.c_str()) << '"' << r.text << '"';
     }
 }
 
 TEST(IntCod, LongFormsAndLimits) {
-    check_reads(false, {{"  -42  ", 0, -42, "-42"},
-                        {"+7", 0, 7, "+7"},
-                        {"", 1, 0, ""},
-                        {"   ", 1, 0, ""},
-                        {"-", 2, 0, "-"},
-                        {" + ", 2, 0, "+"},
-                        {"1 000", 3, 0, "1 000"},
-                        {"12a", 3, 0, "12a"},
-                        {"- 5", 3, 0, "- 5"},
-                        {"1.5", 3, 0, "1.5"},
-                        {"\xb9", 3, 0, "\xb9"},
-                        {"\t5", 3, 0, "\t5"},
-                        {"--5", 3, 0, "--5"},
-                        {"99999999999999999999a", 3, 0, "99999999999999999999a"},
-                        {"2147483647", 0, 2147483647, "2147483647"},
-                        {"-2147483647", 0, -2147483647, "-2147483647"},
-                        {"2147483646", 0, 2147483646, "2147483646"},
-                        {"2147483648", 4, 0, "2147483648"},
-                        {"-2147483648", 4, 0, "-2147483648"},
-                        {"4294967296", 4, 0, "4294967296"},
-                        {"99999999999999999999999", 4, 0, "99999999999999999999999"},
-                        {"0", 0, 0, "0"},
-                        {"-0", 0, 0, "-0"}});
+    check_reads(false, {{"  -42  ", 0, -42},
+                        {"+7", 0, 7},
+                        {"", 1, 0},
+                        {"   ", 1, 0},
+                        {"-", 2, 0},
+                        {" + ", 2, 0},
+                        {"1 000", 3, 0},
+                        {"12a", 3, 0},
+                        {"- 5", 3, 0},
+                        {"1.5", 3, 0},
+                        {"\xb9", 3, 0},
+                        {"\t5", 3, 0},
+                        {"--5", 3, 0},
+                        {"99999999999999999999a", 3, 0},
+                        {"2147483647", 0, 2147483647},
+                        {"-2147483647", 0, -2147483647},
+                        {"2147483646", 0, 2147483646},
+                        {"2147483648", 4, 0},
+                        {"-2147483648", 4, 0},
+                        {"4294967296", 4, 0},
+                        {"99999999999999999999999", 4, 0},
+                        {"0", 0, 0},
+                        {"-0", 0, 0}});
     const std::string zeros(400, '0');
     std::string text = zeros + "2147483647";
     int32_t value = 0;
@@ -65,16 +68,16 @@ TEST(IntCod, LongFormsAndLimits) {
 }
 
 TEST(IntCod, ShortLimits) {
-    check_reads(true, {{"32767", 0, 32767, "32767"},
-                       {"-32767", 0, -32767, "-32767"},
-                       {"32766", 0, 32766, "32766"},
-                       {"32768", 4, 0, "32768"},
-                       {"-32768", 4, 0, "-32768"},
-                       {"000012", 0, 12, "000012"},
-                       {" 40000 ", 4, 0, "40000"},
-                       {"", 1, 0, ""},
-                       {"+", 2, 0, "+"},
-                       {"3x", 3, 0, "3x"}});
+    check_reads(true, {{"32767", 0, 32767},
+                       {"-32767", 0, -32767},
+                       {"32766", 0, 32766},
+                       {"32768", 4, 0},
+                       {"-32768", 4, 0},
+                       {"000012", 0, 12},
+                       {" 40000 ", 4, 0},
+                       {"", 1, 0},
+                       {"+", 2, 0},
+                       {"3x", 3, 0}});
 }
 
 // Every size from -1 to 13 against the C library's text: 2 when the text and

@@ -84,9 +84,7 @@ TEST(NumRead, LongAndInt) {
                             {"   ", 3, 1, 0},
                             {"+", 1, 2, 0},
                             {"42", -1, 11, 0},
-                            {"4\0"
-                             "2",
-                             3, 0, 4}});
+                            {"4\0002", 3, 0, 4}});
     check_reads(NUMToInt, {{"40000", 5, 4, 0},
                            {"32767", 5, 0, 32767},
                            {"32768", 5, 4, 0},
@@ -132,10 +130,7 @@ TEST(NumRead, Interval) {
         EXPECT_EQ(high, r.high) << '"' << r.field << '"';
     }
     int32_t low = 1, high = 1;
-    EXPECT_EQ(NUMPInterToLong("5\0"
-                              "6",
-                              3, &low, &high),
-              11); // a zero byte is no separator
+    EXPECT_EQ(NUMPInterToLong("5\0006", 3, &low, &high), 11); // a zero byte is no separator
     EXPECT_EQ(NUMPInterToLong("5,6", -1, &low, &high), 22);
     EXPECT_EQ(low + high, 0);
 }
