@@ -7,10 +7,11 @@
 //
 // The reader keeps at most 1023 bytes of a line for its comparisons and at
 // most size - 1 bytes of the value. Lines that do not start with "[" cannot
-// change the state outside the section, so the scan jumps from "[" to "[".
+// change the state outside the section, so the scan jumps from "[" to "[";
+// inside it, only lines near a "[" or an "=" after the key's last byte are read.
 #include <algorithm>
 #include <cstring>
-#include <emmintrin.h>
+#include <immintrin.h>
 #include <string>
 
 #include <vitrail/files.h>
@@ -19,6 +20,7 @@
 #include <vitrail/strings.h>
 
 #include "profile/load.h"
+#include "profile/lookup.h"
 
 namespace {
 
@@ -74,84 +76,123 @@ int32_t TakeValue(std::string_view value, bool endedByCR, char *buffer, int32_t 
     return int32_t(n);
 }
 
-// Inside the section, finds the next line that needs the full rules: one
-// holding a "[", or whose first bytes are the key and "=" or hold a line
-// feed. Lines in between cannot change the state: a key without "=", "[" or
-// line ends, shorter than the kept part of a line, matches only at its own
-// length, and those bytes are kept as they stand when no line feed is among them.
-// Finds carriage returns 16 bytes at a time, keeping the marks of the last
-// block so that the short lines of a profile share one load.
-class CrFinder {
-  public:
-    explicit CrFinder(const char *end) : end_(end) {}
-    // The first carriage return at or after `s`, or null.
-    const char *From(const char *s) {
-        if (base_ && s >= base_ && s < base_ + 16) {
-            uint32_t m = mask_ & (~0u << unsigned(s - base_));
-            if (m) return base_ + __builtin_ctz(m);
-            base_ += 16;
-        } else {
-            base_ = s;
-        }
-        const __m128i cr = _mm_set1_epi8('\r');
-        for (; end_ - base_ >= 16; base_ += 16) {
-            __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i *>(base_));
-            mask_ = uint32_t(_mm_movemask_epi8(_mm_cmpeq_epi8(v, cr)));
-            if (mask_) return base_ + __builtin_ctz(mask_);
-        }
-        const char *tail = base_;
-        base_ = nullptr;
-        return static_cast<const char *>(std::memchr(tail, '\r', size_t(end_ - tail)));
+// The first byte in [e, stop) that is a "[" or may be the "=" ending a key:
+// an "=" right after `last` (the key's last byte) or a line feed. `stop`
+// when there is none. Reads from e - 1; 16 or 32 bytes at a time, by byte at
+// the end.
+const char *NextMarkByByte(const char *e, const char *stop, char last) {
+    for (; e < stop; ++e)
+        if (*e == '[' || (*e == '=' && (e[-1] == last || e[-1] == '\n'))) return e;
+    return stop;
+}
+
+const char *NextMarkSse2(const char *e, const char *stop, char last) {
+    auto load = [](const char *b) { return _mm_loadu_si128(reinterpret_cast<const __m128i *>(b)); };
+    const __m128i eq = _mm_set1_epi8('='), lf = _mm_set1_epi8('\n'), ls = _mm_set1_epi8(last),
+                  br = _mm_set1_epi8('[');
+    for (; stop - e >= 16; e += 16) {
+        __m128i prev = load(e - 1);
+        __m128i after = _mm_or_si128(_mm_cmpeq_epi8(prev, ls), _mm_cmpeq_epi8(prev, lf));
+        __m128i here = load(e);
+        __m128i hit =
+            _mm_or_si128(_mm_and_si128(_mm_cmpeq_epi8(here, eq), after), _mm_cmpeq_epi8(here, br));
+        uint32_t m = uint32_t(_mm_movemask_epi8(hit));
+        if (m) return e + __builtin_ctz(m);
     }
+    return NextMarkByByte(e, stop, last);
+}
 
-  private:
-    const char *end_, *base_ = nullptr;
-    uint32_t mask_ = 0;
-};
+__attribute__((target("avx2"))) const char *NextMarkAvx2(const char *e, const char *stop,
+                                                         char last) {
+    const __m256i eq = _mm256_set1_epi8('='), lf = _mm256_set1_epi8('\n'),
+                  ls = _mm256_set1_epi8(last), br = _mm256_set1_epi8('[');
+    for (; stop - e >= 32; e += 32) {
+        __m256i prev = _mm256_loadu_si256(reinterpret_cast<const __m256i *>(e - 1));
+        __m256i after = _mm256_or_si256(_mm256_cmpeq_epi8(prev, ls), _mm256_cmpeq_epi8(prev, lf));
+        __m256i here = _mm256_loadu_si256(reinterpret_cast<const __m256i *>(e));
+        __m256i hit = _mm256_or_si256(_mm256_and_si256(_mm256_cmpeq_epi8(here, eq), after),
+                                      _mm256_cmpeq_epi8(here, br));
+        uint32_t m = uint32_t(_mm256_movemask_epi8(hit));
+        if (m) return e + __builtin_ctz(m);
+    }
+    return NextMarkByByte(e, stop, last);
+}
 
+const char *NextMark(const char *e, const char *stop, char last) {
+    static const bool avx2 = __builtin_cpu_supports("avx2");
+    return avx2 ? NextMarkAvx2(e, stop, last) : NextMarkSse2(e, stop, last);
+}
+
+// Inside the section, finds the next line that needs the full rules: one
+// holding a "[", or one that, line feeds dropped, starts with the key and
+// "=". Lines in between cannot change the state: a key without "=", "[" or
+// line ends, shorter than the kept part of a line, matches only at its own
+// length. Such a line has its "=" right after the key's last byte or after a
+// line feed, so only those "=" bytes are looked at closely.
 class InsideSkipper {
   public:
-    InsideSkipper(const Query &q, const char *end) : key_(q.key), end_(end), crs_(end) {
+    InsideSkipper(const Query &q, const char *begin, const char *end)
+        : key_(q.key), begin_(begin), end_(end) {
         usable_ = key_.size() < kLineStored && key_.find_first_of("=[\r\n") == npos;
+        last_ = key_.empty() ? '\r' : key_.back();
     }
     // The start of the next line from the line start `p` that needs the rules.
     const char *Next(const char *p) {
-        if (!usable_) return p;
-        if (bracket_ < p) {
-            auto *b = static_cast<const char *>(std::memchr(p, '[', size_t(end_ - p)));
-            bracket_ = b ? b : end_;
-        }
-        size_t k = key_.size();
-        while (p < end_) {
-            const char *s = p;
-            while (s < end_ && *s == '\n') ++s;
-            if (s >= end_) return p;
-            const char *cr = crs_.From(s);
-            if (!cr || cr >= bracket_) return p;
-            size_t len = size_t(cr - s);
-            if (len > k && s[k] == '=' && (k == 0 || s[k - 1] == key_[k - 1]) &&
-                std::memcmp(s, key_.data(), k) == 0)
-                return p;
-            const char *head = s + (len <= k ? len : k + 1);
-            if (std::find(s, head, '\n') != head) return p;
-            p = cr + 1;
-        }
-        return p;
+        if (!usable_ || p <= begin_ || p >= end_) return p;
+        auto *cr = static_cast<const char *>(std::memchr(p, '\r', size_t(end_ - p)));
+        if (!cr || std::memchr(p, '[', size_t(cr - p))) return p;
+        const char *s = p;
+        while (s < cr && *s == '\n') ++s;
+        if (FirstLineNeedsRules(s, cr)) return p;
+        const char *e = cr + 1;
+        for (; (e = NextMark(e, end_, last_)) < end_ && *e == '='; ++e)
+            if (const char *line = Check(cr, e)) return line;
+        return LineOf(cr, e);
     }
 
   private:
+    // True when the line [s, cr) starts with the key and "=", or holds a line
+    // feed among its first bytes.
+    bool FirstLineNeedsRules(const char *s, const char *cr) const {
+        size_t k = key_.size(), len = size_t(cr - s);
+        if (len > k && s[k] == '=' && std::memcmp(s, key_.data(), k) == 0) return true;
+        const char *head = s + (len <= k ? len : k + 1);
+        return std::find(s, head, '\n') != head;
+    }
+    // For an "=" at `e` after the carriage return `c0`: the start of its line
+    // when the line starts with the key and that "=", or holds a line feed
+    // among the key's bytes before it; else null.
+    const char *Check(const char *c0, const char *e) const {
+        size_t k = key_.size();
+        if (size_t(e - c0) <= k) return nullptr;
+        const char *s = e - k;
+        if (std::find(s, e, '\n') != e) return LineOf(c0, e);
+        if (std::memcmp(s, key_.data(), k) != 0) return nullptr;
+        while (*--s == '\n') {}
+        return *s == '\r' ? s + 1 : nullptr;
+    }
+    // The start of the line holding `x`, knowing `c0` < `x` is a carriage return.
+    static const char *LineOf(const char *c0, const char *x) {
+        return static_cast<const char *>(memrchr(c0, '\r', size_t(x - c0))) + 1;
+    }
+
     std::string_view key_;
-    const char *end_, *bracket_ = nullptr;
+    const char *begin_, *end_;
+    char last_;
     bool usable_;
-    CrFinder crs_;
 };
 
-// Scans a profile's bytes for the key; the value's length, or -1 when not found.
-int32_t Lookup(std::string_view data, const Query &q, char *buffer, int32_t size) {
+} // namespace
+
+namespace profile {
+
+int32_t Lookup(std::string_view data, std::string_view section, std::string_view key, char *buffer,
+               int32_t size) {
+    const Query q{section, key};
     const char *begin = data.data(), *end = begin + data.size(), *p = begin;
     State st = State::Outside;
     std::string scratch;
-    InsideSkipper skipper(q, end);
+    InsideSkipper skipper(q, begin, end);
     while (p < end) {
         if (st == State::Inside && (p = skipper.Next(p)) >= end) return -1;
         if (st == State::Outside) { // jump to the next line starting with "["
@@ -175,7 +216,25 @@ int32_t Lookup(std::string_view data, const Query &q, char *buffer, int32_t size
     return -1;
 }
 
-} // namespace
+int32_t LookupByRules(std::string_view data, std::string_view section, std::string_view key,
+                      char *buffer, int32_t size) {
+    const Query q{section, key};
+    const char *p = data.data(), *end = p + data.size();
+    State st = State::Outside;
+    std::string scratch;
+    while (p < end) {
+        const char *cr = static_cast<const char *>(std::memchr(p, '\r', size_t(end - p)));
+        std::string_view line = profile::CleanLine(p, cr ? cr : end, scratch);
+        size_t value = 0;
+        st = ScanLine(line, st, q, value);
+        if (st == State::Found) return TakeValue(line.substr(value), cr != nullptr, buffer, size);
+        if (!cr) return -1;
+        p = cr + 1;
+    }
+    return -1;
+}
+
+} // namespace profile
 
 extern "C" {
 
@@ -193,7 +252,7 @@ VITRAIL_API int32_t GetPrivateProfileString(const char *section, const char *key
     int32_t h = profile::LoadIntoMemoryFile(fd);
     xFile_Close(fd);
     if (h < 0) return result;
-    int32_t found = Lookup(profile::Contents(h), Query{section, key}, buffer, size);
+    int32_t found = profile::Lookup(profile::Contents(h), section, key, buffer, size);
     MFil_Close(h);
     return found >= 0 ? found : result;
 }
