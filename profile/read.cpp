@@ -160,16 +160,18 @@ class InsideSkipper {
         return std::find(s, head, '\n') != head;
     }
     // For an "=" at `e` after the carriage return `c0`: the start of its line
-    // when the line starts with the key and that "=", or holds a line feed
-    // among the key's bytes before it; else null.
+    // when the line starts with the key and that "=", or when a line feed that
+    // does not follow a carriage return stands among the bytes looked at; else
+    // null. Walks back from `e` over the key, then to the line start.
     const char *Check(const char *c0, const char *e) const {
-        size_t k = key_.size();
-        if (size_t(e - c0) <= k) return nullptr;
-        const char *s = e - k;
-        if (std::find(s, e, '\n') != e) return LineOf(c0, e);
-        if (std::memcmp(s, key_.data(), k) != 0) return nullptr;
-        while (*--s == '\n') {}
-        return *s == '\r' ? s + 1 : nullptr;
+        const char *s = e;
+        for (size_t i = key_.size(); i > 0; --i) {
+            if (*--s == '\n') return s[-1] == '\r' ? nullptr : LineOf(c0, e);
+            if (*s != key_[i - 1]) return nullptr;
+        }
+        --s;
+        if (*s == '\r' || (*s == '\n' && s[-1] == '\r')) return s + 1;
+        return *s == '\n' ? LineOf(c0, e) : nullptr;
     }
     // The start of the line holding `x`, knowing `c0` < `x` is a carriage return.
     static const char *LineOf(const char *c0, const char *x) {
