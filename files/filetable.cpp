@@ -145,8 +145,7 @@ VITRAIL_API int32_t File_GetPos(int32_t handle) {
 VITRAIL_API int32_t File_Read(int32_t handle, void *buffer, int32_t count) {
     DATA_FILE *s = Slot(handle);
     if (!CanRead(s) || count < 0) return 0;
-    int32_t n = count > s->lSize - s->lPos ? s->lSize - s->lPos : count;
-    if (n < 0) n = 0;
+    int32_t n = files::ReadCount(count, s->lSize, s->lPos);
     if (n > 0 && pf::FSRead(s->refNum, &n, buffer) != pf::noErr) return -1;
     s->lPos += n;
     return n;
@@ -155,7 +154,7 @@ VITRAIL_API int32_t File_Read(int32_t handle, void *buffer, int32_t count) {
 VITRAIL_API int32_t File_Re_Read(int32_t handle, void *buffer, int32_t count) {
     DATA_FILE *s = Slot(handle);
     if (!CanRead(s) || count < 0) return 0;
-    int32_t n = count > s->lPos ? s->lPos : count;
+    int32_t n = files::RereadCount(count, s->lPos);
     if (pf::SetFPos(s->refNum, pf::fsFromMark, -n) != pf::noErr) return -1;
     s->lPos -= n;
     if (n > 0 && pf::FSRead(s->refNum, &n, buffer) != pf::noErr) return -1;

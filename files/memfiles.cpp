@@ -117,14 +117,14 @@ VITRAIL_API int32_t MFil_GetPos(int32_t handle) {
 VITRAIL_API int32_t MFil_Read(int32_t handle, void *buffer, int32_t count) {
     DATA_MFIL *s = Readable(handle);
     if (!s || count < 0) return 0;
-    int32_t n = count > s->lSize - s->lPos ? s->lSize - s->lPos : count;
+    int32_t n = files::ReadCount(count, s->lSize, s->lPos);
     return CopyOut(*s, buffer, n);
 }
 
 VITRAIL_API int32_t MFil_Re_Read(int32_t handle, void *buffer, int32_t count) {
     DATA_MFIL *s = Readable(handle);
     if (!s || count < 0) return 0;
-    int32_t n = count > s->lPos ? s->lPos : count;
+    int32_t n = files::RereadCount(count, s->lPos);
     s->lPos -= n;
     return CopyOut(*s, buffer, n);
 }

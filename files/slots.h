@@ -1,6 +1,7 @@
-// The open policy shared by the file and memory-file tables: hand out the
+// The rules shared by the file and memory-file tables. Open: hand out the
 // slot above the high-water mark while there is one, then the first free
-// slot; closing the top slot lowers the mark by one.
+// slot; closing the top slot lowers the mark by one. Reads are clipped to
+// the known size, re-reads to the bytes before the position.
 #pragma once
 
 #include <cstdint>
@@ -27,6 +28,18 @@ inline void LowerMark(int32_t handle, int32_t &mark) {
 template <class Slot, int32_t N>
 Slot *SlotOf(Slot (&table)[N], int32_t handle) {
     return handle >= 0 && handle < N ? &table[handle] : nullptr;
+}
+
+// Bytes a read of `count` may take at `pos` of `size` bytes: clipped to
+// what lies after the position, never negative.
+inline int32_t ReadCount(int32_t count, int32_t size, int32_t pos) {
+    int32_t left = size - pos;
+    return count < left ? count : (left > 0 ? left : 0);
+}
+
+// Bytes a re-read of `count` may take back before `pos`.
+inline int32_t RereadCount(int32_t count, int32_t pos) {
+    return count < pos ? count : pos;
 }
 
 } // namespace files
