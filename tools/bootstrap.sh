@@ -5,7 +5,8 @@ set -eu
 packages="g++ cmake ninja-build pkg-config binutils
 libgtest-dev libgmock-dev libbenchmark-dev
 libfreetype-dev libfontconfig-dev libpng-dev libsdl2-dev
-fonts-dejavu-core fonts-liberation2 xvfb xauth procps"
+fonts-dejavu-core fonts-liberation2 xvfb xauth xdotool procps
+clang libclang-rt-14-dev libinih-dev"
 
 missing=""
 for p in $packages; do
