@@ -53,7 +53,7 @@ VITRAIL_API int32_t BoolDlgBox_set_geo(int32_t i, const char *label, int32_t x, 
                                        int32_t cx, int32_t cy, int32_t rk) {
     if (!kBools.has(i)) return 0;
     kGeometry.store(i, x, y, cx, cy, rk);
-    form::copy_text(BDB_pszBuffer[i], BDB_BUFFERSIZE, label);
+    form::copy_to_slice(BDB_pszBuffer[i], BDB_BUFFERSIZE, label, BDB_szBuffer, sizeof BDB_szBuffer);
     return 0;
 }
 

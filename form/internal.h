@@ -61,6 +61,11 @@ extern const Family kBools;
 // A null text copies as empty; a null dst or a size below 1 writes nothing.
 void copy_text(char *dst, int32_t size, const char *text);
 
+// copy_text into a slice of a family store (store_size bytes): never past
+// the store's end when dst lies in it, whatever size says (a host may have
+// changed a count or slice size since the *_param cut the store).
+void copy_to_slice(char *dst, int32_t size, const char *text, const char *store, size_t store_size);
+
 // Copies text into dst only when its length is below size; otherwise, or
 // with a null dst, leaves dst untouched. A null text is taken as empty.
 void retrieve_text(char *dst, uint32_t size, const char *text);

@@ -43,7 +43,7 @@ VITRAIL_API int32_t PushDlgBox_set_geo(int32_t i, const char *label, int32_t x, 
                                        int32_t cx, int32_t cy, int32_t rk) {
     if (!kPushes.has(i)) return 0;
     kGeometry.store(i, x, y, cx, cy, rk);
-    form::copy_text(PDB_pszBuffer[i], PDB_BUFFERSIZE, label);
+    form::copy_to_slice(PDB_pszBuffer[i], PDB_BUFFERSIZE, label, PDB_szBuffer, sizeof PDB_szBuffer);
     return 0;
 }
 

@@ -35,7 +35,9 @@ VITRAIL_API int32_t StaticDlgBox_param(int32_t count) {
 
 // Copies at most SDB_BUFFERSIZE - 1 characters of text into item i.
 VITRAIL_API int32_t StaticDlgBox_set(int32_t i, const char *text) {
-    if (kStatics.has(i)) form::copy_text(SDB_pszBuffer[i], SDB_BUFFERSIZE, text);
+    if (kStatics.has(i))
+        form::copy_to_slice(SDB_pszBuffer[i], SDB_BUFFERSIZE, text, SDB_szBuffer,
+                            sizeof SDB_szBuffer);
     return 0;
 }
 

@@ -80,7 +80,7 @@ VITRAIL_API int32_t TexteDlgBox_param(int32_t count, int32_t base_id) {
 VITRAIL_API int32_t TexteDlgBox_set(int32_t i, const char *text) {
     if (!kTexts.has(i)) return 0;
     TDB_bInit[i] = 1;
-    form::copy_text(TDB_pszBuffer[i], TDB_BUFFERSIZE, text);
+    form::copy_to_slice(TDB_pszBuffer[i], TDB_BUFFERSIZE, text, TDB_szBuffer, kStoreSize);
     return 0;
 }
 
@@ -104,7 +104,7 @@ VITRAIL_API int32_t TexteDlgBox_set_ncarac(int32_t i, int32_t max_length) {
 VITRAIL_API int32_t TexteDlgBox_set_liste(int32_t i, const char *list) {
     if (!kTexts.has(i)) return 0;
     TDBC[i] = 1;
-    form::copy_text(TDB_PSZLBUFFER[i], TDB_BUFFERSIZE, list);
+    form::copy_to_slice(TDB_PSZLBUFFER[i], TDB_BUFFERSIZE, list, TDB_SZLBUFFER, kStoreSize);
     return 0;
 }
 
