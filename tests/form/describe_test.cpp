@@ -154,6 +154,7 @@ TEST(FormText, ParamCutsTheStoresAndKeepsPasswords) {
     const int32_t stops[] = {40, 80, 0, 99};
     TexteDlgBox_param(4, 0), TexteDlgBox_password(1, 1), TexteDlgBox_set_liste_buffer(2, own);
     TexteDlgBox_set_liste(2, "x$y"), TexteDlgBox_set_tabstops(0, stops);
+    TexteDlgBox_set_tabstops(0, nullptr); // no stops: no change
     EXPECT_STREQ(own, "x$y");
     EXPECT_EQ(std::vector<int32_t>(TDB_ITABSTOPS[0], TDB_ITABSTOPS[0] + 4),
               (std::vector<int32_t>{40, 80, 0, 0}));
@@ -179,9 +180,11 @@ TEST(FormText, LengthListsAndTabStops) {
         TexteDlgBox_change_liste(1);
     }
     char list[8] = "zz";
+    TexteDlgBox_retrieve_liste(1, list);
+    EXPECT_STREQ(list, "A+B+C");
     TexteDlgBox_set_liste_buffer(1, nullptr);
     TexteDlgBox_set_liste(1, "X+Y"), TexteDlgBox_retrieve_liste(1, list); // nowhere: ignored
-    EXPECT_STREQ(list, "zz");
+    EXPECT_STREQ(list, "A+B+C");
 
     int32_t many[200];
     for (int k = 0; k < 200; ++k) many[k] = k + 1;

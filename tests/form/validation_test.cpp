@@ -99,8 +99,12 @@ TEST(FormValid, NumbersComeBackRoundedToTheirDecimals) {
                   std::make_tuple(std::get<2>(rows[i]), std::get<3>(rows[i])));
 }
 
-// A null hook stands for the default, which the end of a dialog puts back.
+// A null hook stands for the default, which the end of a dialog puts back;
+// the default final hook accepts.
 TEST(FormHooks, NullSettersInstallTheDefaults) {
+    EXPECT_EQ(DlgBoxFinal_nul(nullptr, 0, nullptr, 0, 0, nullptr, 0, 0, nullptr, 0, 0, nullptr, 0,
+                              0, nullptr, 0),
+              1);
     DlgBoxGlobal_set(record);
     EXPECT_EQ(DlgBoxGlobal_fonct, &record);
     end_of_dialog();

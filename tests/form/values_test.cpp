@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <string>
 #include <tuple>
 
@@ -56,20 +57,23 @@ TEST(FormValidators, RulesAfterTheParser) {
 
 // *_param puts back the parser and an empty value; *_set stores the value,
 // marks the field filled and selects a validator by mode (any other mode
-// keeps the one in place).
+// keeps the one in place). Retrieving outside the count leaves the
+// destination as it was.
 TEST(FormFields, SetModesSelectTheValidator) {
+    constexpr int32_t kParam = INT32_MIN; // the row of *_param alone
     const std::tuple<int32_t, DlgBoxIntValidProc, DlgBoxNumValidProc, DlgBoxIntValidProc> rows[] = {
-        {-1, intcod_i, realcod_d, intcod_l}, // *_param only
+        {kParam, intcod_i, realcod_d, intcod_l},
         {1, intcod_i_sup0, realcod_d_sup0, intcod_l_date},
         {0, intcod_i, realcod_d, intcod_l_sup0},
         {2, intcod_i_ssup0, realcod_d_ssup0, intcod_l_sup0}, // date mode 2 keeps it
         {7, intcod_i_ssup0, realcod_d_ssup0, intcod_l_sup0},
+        {-1, intcod_i_ssup0, realcod_d_ssup0, intcod_l_sup0},
     };
     for (const auto &[mode, vint, vnum, vdate] : rows) {
-        bool set = mode >= 0;
+        bool set = mode != kParam;
         if (set) {
-            IntDlgBox_set(0, 12, mode), NumDlgBox_set(0, 1.5, mode),
-                DateDlgBox_set(0, 20240101, mode);
+            IntDlgBox_set(0, 12, mode), NumDlgBox_set(0, 1.5, mode);
+            DateDlgBox_set(0, 20240101, mode);
         } else {
             IntDlgBox_param(1, 0), NumDlgBox_param(1, 0), DateDlgBox_param(1, 0);
         }
@@ -82,6 +86,12 @@ TEST(FormFields, SetModesSelectTheValidator) {
         EXPECT_EQ(std::make_tuple(iv, nv, dv),
                   set ? std::make_tuple(12, 1.5, 20240101) : std::make_tuple(0, 0.0, 0));
     }
+    int32_t state = 42, kept = 42;
+    double dkept = 42;
+    BoolDlgBox_param(1, 0), BoolDlgBox_set(0, 5), BoolDlgBox_param(1, 0); // unchecks
+    BoolDlgBox_retrieve(0, &state), BoolDlgBox_retrieve(1, &kept), IntDlgBox_retrieve(-1, &kept);
+    DateDlgBox_retrieve(1, &kept), NumDlgBox_retrieve(1, &dkept);
+    EXPECT_EQ(std::make_tuple(state, kept, dkept), std::make_tuple(0, 42, 42.0));
 }
 
 // Validators and actions are written through vi and vp, wherever they
@@ -99,8 +109,8 @@ TEST(FormFields, RedirectedTables) {
     EXPECT_EQ(vi_tab[0], &intcod_i_ssup0); // the library's table is left alone
     vi_tab[0] = saved;
 
-    DlgBoxPushProc actions[3] = {};
-    auto action = [](WindowRef) -> int32_t { return 0; };
+    DlgBoxPushProc action = [](WindowRef) -> int32_t { return 0; };
+    DlgBoxPushProc actions[3] = {action, action, nullptr};
     vp = actions;
     PushDlgBox_param(2, 0), PushDlgBox_set_fvalid(1, action), PushDlgBox_set_fvalid(2, action);
     vp = nullptr;
