@@ -11,6 +11,7 @@
 #include <iterator>
 
 #include <vitrail/form.h>
+#include <vitrail/msgbox.h>
 
 #include "form/internal.h"
 #include "form/value_family.h"
@@ -142,6 +143,12 @@ VITRAIL_API char *DlgBoxFinal_Erreur_set(const char *message) {
 
 VITRAIL_API char *DlgBoxFinal_Erreur(void) {
     return DlgBoxFinal_szErr;
+}
+
+VITRAIL_API int32_t DlgBoxFinal_MessageBox(WindowRef window, const char *message,
+                                           const char *caption, uint32_t flags) {
+    DlgBoxFinal_Erreur_set(message);
+    return window ? MessageBox(window, message, caption, flags) : 0;
 }
 
 } // extern "C"

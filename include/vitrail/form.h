@@ -518,6 +518,11 @@ VITRAIL_API int32_t DateDlgBox_global(int32_t i);
 VITRAIL_API char *DlgBoxFinal_Erreur_set(const char *message);
 /* Returns DlgBoxFinal_szErr, the last message recorded. */
 VITRAIL_API char *DlgBoxFinal_Erreur(void);
+/* Records the message as DlgBoxFinal_Erreur_set does; then, when window is
+ * not null, shows it with MessageBox(window, message, caption, flags) and
+ * returns its answer. A null window shows nothing and returns 0. */
+VITRAIL_API int32_t DlgBoxFinal_MessageBox(WindowRef window, const char *message,
+                                           const char *caption, uint32_t flags);
 
 VITRAIL_END_DECLS
 
