@@ -79,7 +79,8 @@ int16_t RunBox(Box box, WindowRef parent, const char *caption, const char *text,
     caption = caption ? caption : "";
     text = text ? text : "";
     int32_t n = std::clamp(lines, 1, kMaxLines);
-    int32_t w = std::strlen(caption) <= kBreakColumn && std::strlen(text) <= kBreakColumn ? 400 : 540;
+    int32_t w =
+        std::strlen(caption) <= kBreakColumn && std::strlen(text) <= kBreakColumn ? 400 : 540;
     int32_t h = box == Box::Question ? 20 * n + 50 : 14 * n + 62;
     Rect around;
     if (GetWindowBounds(parent, kWindowGlobalPortRgn, &around) != 0) around = ScreenBounds();
@@ -98,10 +99,15 @@ int16_t RunBox(Box box, WindowRef parent, const char *caption, const char *text,
         SetWTitle(window, *ToStr255(mac, title));
     }
     if (box == Box::Question) {
-        AddButton(d, "Oui", Rect{int16_t(20 * n + 18), int16_t(w - 200), int16_t(20 * n + 38), int16_t(w - 120)});
-        AddButton(d, "Non", Rect{int16_t(20 * n + 18), int16_t(w - 100), int16_t(20 * n + 38), int16_t(w - 20)});
+        AddButton(
+            d, "Oui",
+            Rect{int16_t(20 * n + 18), int16_t(w - 200), int16_t(20 * n + 38), int16_t(w - 120)});
+        AddButton(
+            d, "Non",
+            Rect{int16_t(20 * n + 18), int16_t(w - 100), int16_t(20 * n + 38), int16_t(w - 20)});
     } else {
-        AddButton(d, "OK", Rect{int16_t(h - 32), int16_t(w - 100), int16_t(h - 12), int16_t(w - 20)});
+        AddButton(d, "OK",
+                  Rect{int16_t(h - 32), int16_t(w - 100), int16_t(h - 12), int16_t(w - 20)});
     }
     if (int16_t icon = IconFor(box, flags); icon >= 0) {
         Rect r{18, 18, 50, 50};
@@ -119,7 +125,8 @@ int16_t RunBox(Box box, WindowRef parent, const char *caption, const char *text,
         DrawString(*ToStr255(all.substr(0, end), line));
         all.remove_prefix(end == all.npos ? all.size() : end + 1);
     }
-    bool nonDefault = box == Box::Question && (flags & MSGBOX_DEFAULT_NON) && !(flags & MSGBOX_DEFAULT_OUI);
+    bool nonDefault =
+        box == Box::Question && (flags & MSGBOX_DEFAULT_NON) && !(flags & MSGBOX_DEFAULT_OUI);
     SetDialogDefaultItem(d, nonDefault ? 2 : 1);
     int16_t last = box == Box::Question ? 2 : 1;
     DialogItemIndex hit = 0;
@@ -149,15 +156,17 @@ VITRAIL_API int32_t MessageBox(WindowRef window, const char *text, const char *c
         lines = BreakLines(body);
         w2mstr(body.data());
     }
-    int32_t result = flags & MSGBOX_QUESTION ? QuestionDialog(parent, cap.c_str(), body.c_str(), lines, flags)
-                                             : NoteDialog(parent, cap.c_str(), body.c_str(), lines, flags);
+    int32_t result = flags & MSGBOX_QUESTION
+                         ? QuestionDialog(parent, cap.c_str(), body.c_str(), lines, flags)
+                         : NoteDialog(parent, cap.c_str(), body.c_str(), lines, flags);
     if (parent) SetPort(GetWindowPort(parent));
     return result;
 }
 
 VITRAIL_API int32_t QuestionDialog(WindowRef parent, const char *caption, const char *text,
                                    int32_t lines, uint32_t flags) {
-    return RunBox(Box::Question, parent, caption, text, lines, flags) == 1 ? MSGBOX_OUI : MSGBOX_NON;
+    return RunBox(Box::Question, parent, caption, text, lines, flags) == 1 ? MSGBOX_OUI
+                                                                           : MSGBOX_NON;
 }
 
 VITRAIL_API int32_t NoteDialog(WindowRef parent, const char *caption, const char *text,
@@ -166,10 +175,12 @@ VITRAIL_API int32_t NoteDialog(WindowRef parent, const char *caption, const char
     return MSGBOX_OK;
 }
 
-VITRAIL_API Boolean MessageBoxFilter(DialogRef dialog, EventRecord *event, DialogItemIndex *itemHit) {
+VITRAIL_API Boolean MessageBoxFilter(DialogRef dialog, EventRecord *event,
+                                     DialogItemIndex *itemHit) {
     if (!event) return false;
     if (event->what == updateEvt || event->what == activateEvt) {
-        if (auto record = static_cast<void **>(GetWRefCon(reinterpret_cast<WindowRef>(event->message)))) {
+        if (auto record =
+                static_cast<void **>(GetWRefCon(reinterpret_cast<WindowRef>(event->message)))) {
             if (auto handler = reinterpret_cast<MessageBoxHostHandler>(record[9])) handler(event);
             return false;
         }

@@ -92,18 +92,18 @@ enum {
 };
 
 typedef struct vitrail_item_info {
-    int32_t kind;     /* 4, 7, 8, 16, 32 or 64 (without the disable bit) */
-    int32_t control;  /* vitrail_control_* */
-    Rect rect;        /* window coordinates */
+    int32_t kind;    /* 4, 7, 8, 16, 32 or 64 (without the disable bit) */
+    int32_t control; /* vitrail_control_* */
+    Rect rect;       /* window coordinates */
     int32_t value, minimum, maximum;
-    int32_t hilite;   /* 0 active, 255 inactive */
+    int32_t hilite; /* 0 active, 255 inactive */
     int32_t visible;
-    int32_t focused;  /* the edit box with the keyboard focus */
+    int32_t focused;    /* the edit box with the keyboard focus */
     int32_t is_default; /* the push button that Return presses */
-    int32_t count;    /* list rows, or popup menu items */
-    int32_t selected; /* the selected list row from 0, or -1 */
-    char text[256];   /* edit text, static text, control title; for a popup
-                         its chosen item. Cut at 255 bytes. */
+    int32_t count;      /* list rows, or popup menu items */
+    int32_t selected;   /* the selected list row from 0, or -1 */
+    char text[256];     /* edit text, static text, control title; for a popup
+                           its chosen item. Cut at 255 bytes. */
 } vitrail_item_info;
 
 /* Fills *info for item 1..count: 0, or -1 for no such window or item (or a

@@ -78,7 +78,8 @@ typedef void (*MessageBoxHostHandler)(EventRecord *event);
  * answer is then false. Every other event goes to the standard filter
  * (Return and Enter press the default button, Escape "Non"), whose answer
  * is returned. A null event answers false. */
-VITRAIL_API Boolean MessageBoxFilter(DialogRef dialog, EventRecord *event, DialogItemIndex *itemHit);
+VITRAIL_API Boolean MessageBoxFilter(DialogRef dialog, EventRecord *event,
+                                     DialogItemIndex *itemHit);
 
 VITRAIL_END_DECLS
 

@@ -65,13 +65,20 @@ ControlRef ItemView(WindowRef w, int32_t item) {
 
 int32_t ControlCode(ControlKind k) {
     switch (k) {
-    case ControlKind::PushButton: return vitrail_control_push;
-    case ControlKind::CheckBox: return vitrail_control_check;
-    case ControlKind::PopupButton: return vitrail_control_popup;
-    case ControlKind::ListBox: return vitrail_control_list;
-    case ControlKind::GroupBox: return vitrail_control_group;
-    case ControlKind::Icon: return vitrail_control_icon;
-    default: return vitrail_control_none;
+    case ControlKind::PushButton:
+        return vitrail_control_push;
+    case ControlKind::CheckBox:
+        return vitrail_control_check;
+    case ControlKind::PopupButton:
+        return vitrail_control_popup;
+    case ControlKind::ListBox:
+        return vitrail_control_list;
+    case ControlKind::GroupBox:
+        return vitrail_control_group;
+    case ControlKind::Icon:
+        return vitrail_control_icon;
+    default:
+        return vitrail_control_none;
     }
 }
 
@@ -118,7 +125,8 @@ VITRAIL_API WindowRef vitrail_window_new(const char *title, int16_t left, int16_
         pt[0] = uint8_t(std::min<size_t>(mac.size(), 255));
         std::memcpy(pt + 1, mac.data(), pt[0]);
         Rect r{top, left, bottom, right};
-        return NewCWindow(&r, pt, true, 0, FrontOfAll(), true, nullptr, RGBColor{0xFFFF, 0xFFFF, 0xFFFF});
+        return NewCWindow(&r, pt, true, 0, FrontOfAll(), true, nullptr,
+                          RGBColor{0xFFFF, 0xFFFF, 0xFFFF});
     } catch (...) {
         return nullptr;
     }
@@ -207,8 +215,7 @@ VITRAIL_API int32_t vitrail_dialog_item_row(WindowRef window, int32_t item, int3
         if (v->kind == ControlKind::PopupButton && row >= 1 &&
             row <= CountMenuItems(GetControlPopupMenuHandle(v)))
             return CopyOut(ToWindows(MenuItem(v, row)), buf, size);
-    } catch (...) {
-    }
+    } catch (...) {}
     return -1;
 }
 
@@ -222,7 +229,8 @@ VITRAIL_API int32_t vitrail_click_item(WindowRef window, int32_t item) {
     ControlRef v = ItemView(window, item);
     if (!v) return -1;
     Point at = Centre(v->rect);
-    if (v->kind == ControlKind::EditText) at.h = int16_t(std::max(v->rect.right - 4, int(v->rect.left)));
+    if (v->kind == ControlKind::EditText)
+        at.h = int16_t(std::max(v->rect.right - 4, int(v->rect.left)));
     QueueClicks(window, at, 1);
     return 0;
 }
@@ -235,27 +243,19 @@ VITRAIL_API int32_t vitrail_click_at(WindowRef window, int32_t x, int32_t y, int
     return 0;
 }
 
-VITRAIL_API int32_t vitrail_choose_row(WindowRef window, int32_t item, int32_t row, int32_t clicks) {
+VITRAIL_API int32_t vitrail_choose_row(WindowRef window, int32_t item, int32_t row,
+                                       int32_t clicks) {
     ControlRef v = ItemView(window, item);
     if (!v) return -1;
-    if (v->kind == ControlKind::ListBox && v->list && row >= 0 &&
-        size_t(row) < v->list->rows.size()) {
-        look::ListScrollTo(v, row);
-        FlushWindows();
-        Rect inner{int16_t(v->rect.top + 1), int16_t(v->rect.left + 1), int16_t(v->rect.bottom - 1),
-                   int16_t(v->rect.right - 1)};
-        int32_t top = inner.top + (row - v->list->top) * v->list->cellHeight;
-        QueueClicks(window, Point{int16_t(top + v->list->cellHeight / 2), int16_t(inner.left + 8)},
-                    std::clamp(clicks, 1, 3));
-        return 0;
-    }
-    if (v->kind == ControlKind::PopupButton && row >= 1 &&
-        row <= CountMenuItems(GetControlPopupMenuHandle(v))) {
-        QueueClicks(window, Centre(v->rect), 1);
-        QueueClicks(window, Centre(look::PopupMenuItemRect(v, int16_t(row))), 1);
-        return 0;
-    }
-    return -1;
+    bool listRow = v->kind == ControlKind::ListBox && v->list && row >= 0 &&
+                   size_t(row) < v->list->rows.size();
+    bool menuItem = v->kind == ControlKind::PopupButton && row >= 1 &&
+                    row <= CountMenuItems(GetControlPopupMenuHandle(v));
+    if (!listRow && !menuItem) return -1;
+    EventRecord e = ChooseRowEvent(int16_t(item), int16_t(row), int16_t(std::clamp(clicks, 1, 3)));
+    e.when = ActionTime();
+    PostEvent(e);
+    return 0;
 }
 
 VITRAIL_API int32_t vitrail_type_text(WindowRef window, const char *text) {

@@ -42,9 +42,9 @@ OSStatus Made(ControlRef made, ControlRef *out) {
 
 } // namespace
 
-ControlRef NewControl(WindowRef window, const Rect *bounds, ConstStr255Param title,
-                      Boolean visible, int16_t value, int16_t minimum, int16_t maximum,
-                      int16_t procID, void *refCon) {
+ControlRef NewControl(WindowRef window, const Rect *bounds, ConstStr255Param title, Boolean visible,
+                      int16_t value, int16_t minimum, int16_t maximum, int16_t procID,
+                      void *refCon) {
     if (procID != pushButProc && procID != checkBoxProc) return nullptr;
     ControlRef c = Add(window, bounds,
                        procID == pushButProc ? ControlKind::PushButton : ControlKind::CheckBox);
@@ -70,8 +70,8 @@ OSStatus CreatePopupButtonControl(WindowRef window, const Rect *bounds, CFString
     return Made(c, control);
 }
 
-OSStatus CreateListBoxControl(WindowRef window, const Rect *bounds, Boolean, int16_t rows,
-                              int16_t, Boolean, Boolean, int16_t cellHeight, int16_t, Boolean,
+OSStatus CreateListBoxControl(WindowRef window, const Rect *bounds, Boolean, int16_t rows, int16_t,
+                              Boolean, Boolean, int16_t cellHeight, int16_t, Boolean,
                               const ListDefSpec *, ControlRef *control) {
     ControlRef c = Add(window, bounds, ControlKind::ListBox);
     if (c && !(c->list = new (std::nothrow) ListRec)) {
@@ -227,7 +227,8 @@ void DrawInvalidControls(WindowRef window) {
 ControlRef FindControlAt(WindowRef window, Point pt) {
     for (auto it = window->controls.rbegin(); it != window->controls.rend(); ++it) {
         const Rect &r = (*it)->rect;
-        if ((*it)->visible && (*it)->kind != ControlKind::GroupBox && pt.h >= r.left && pt.h < r.right && pt.v >= r.top && pt.v < r.bottom)
+        if ((*it)->visible && (*it)->kind != ControlKind::GroupBox && pt.h >= r.left &&
+            pt.h < r.right && pt.v >= r.top && pt.v < r.bottom)
             return *it;
     }
     return nullptr;

@@ -57,9 +57,9 @@ struct OpaqueControlRef {
     platform::ListHandle list = nullptr;
     platform::TEHandle te = nullptr;
     int16_t iconID = -1;
-    bool focused = false;        // edit box with the keyboard focus
-    bool isDefault = false;      // push button that Return presses
-    bool ringShown = false;      // a focus ring was drawn around the box
+    bool focused = false;   // edit box with the keyboard focus
+    bool isDefault = false; // push button that Return presses
+    bool ringShown = false; // a focus ring was drawn around the box
 };
 
 namespace platform {
@@ -69,7 +69,7 @@ constexpr int16_t checkBoxProc = 1;
 constexpr uint8_t kControlInactivePart = 255;
 constexpr uint8_t kControlButtonPart = 10;
 
-constexpr uint32_t kControlListBoxListHandleTag = 0x6C68616E; // 'lhan'
+constexpr uint32_t kControlListBoxListHandleTag = 0x6C68616E;  // 'lhan'
 constexpr uint32_t kControlListBoxDoubleClickTag = 0x64626C63; // 'dblc'
 constexpr OSErr errDataNotSupported = -30582;
 constexpr OSErr errDataSizeMismatch = -30598;
@@ -89,20 +89,19 @@ struct ListDefSpec {
 
 // A push button (procID 0) or check box (procID 1) in the window; value,
 // minimum and maximum as given; null for a bad window or procID.
-ControlRef NewControl(WindowRef window, const Rect *bounds, ConstStr255Param title,
-                      Boolean visible, int16_t value, int16_t minimum, int16_t maximum,
-                      int16_t procID, void *refCon);
+ControlRef NewControl(WindowRef window, const Rect *bounds, ConstStr255Param title, Boolean visible,
+                      int16_t value, int16_t minimum, int16_t maximum, int16_t procID,
+                      void *refCon);
 // A popup button showing the items of the listed menu `menuID`; value 0.
 OSStatus CreatePopupButtonControl(WindowRef window, const Rect *bounds, CFStringRef title,
                                   int16_t menuID, Boolean variableWidth, int16_t titleWidth,
                                   int16_t titleJustification, int16_t titleStyle,
                                   ControlRef *control);
 // A list box with `rows` empty rows of cellHeight pixels (14 when 0 or less).
-OSStatus CreateListBoxControl(WindowRef window, const Rect *bounds, Boolean autoSize,
-                              int16_t rows, int16_t columns, Boolean horizScroll,
-                              Boolean vertScroll, int16_t cellHeight, int16_t cellWidth,
-                              Boolean hasGrowSpace, const ListDefSpec *listDef,
-                              ControlRef *control);
+OSStatus CreateListBoxControl(WindowRef window, const Rect *bounds, Boolean autoSize, int16_t rows,
+                              int16_t columns, Boolean horizScroll, Boolean vertScroll,
+                              int16_t cellHeight, int16_t cellWidth, Boolean hasGrowSpace,
+                              const ListDefSpec *listDef, ControlRef *control);
 OSStatus CreateGroupBoxControl(WindowRef window, const Rect *bounds, CFStringRef title,
                                Boolean primary, ControlRef *control);
 // An icon: 32 x 32, centred in the bounds, the built-in stop, note or

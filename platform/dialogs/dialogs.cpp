@@ -26,13 +26,17 @@ ControlRef ViewFor(DialogRef d, int16_t kind, void *handle, const Rect *box) {
     case iconItem: {
         auto c = static_cast<ControlRef>(handle);
         return std::find(w->controls.begin(), w->controls.end(), c) != w->controls.end() ? c
-                                                                                          : nullptr;
+                                                                                         : nullptr;
     }
-    case editText: return NewEditView(w, box, static_cast<TEHandle>(handle));
+    case editText:
+        return NewEditView(w, box, static_cast<TEHandle>(handle));
     case statText:
-    case userItem: return NewStaticView(w, box);
-    case picItem: return NewPictureView(w, box);
-    default: return nullptr;
+    case userItem:
+        return NewStaticView(w, box);
+    case picItem:
+        return NewPictureView(w, box);
+    default:
+        return nullptr;
     }
 }
 
@@ -73,7 +77,8 @@ DialogRef NewColorDialog(void *, const Rect *bounds, ConstStr255Param title, Boo
     } catch (...) {
         return nullptr;
     }
-    WindowRef w = NewCWindow(bounds, title, false, procID, behind, goAway, refCon, kDialogBackground);
+    WindowRef w =
+        NewCWindow(bounds, title, false, procID, behind, goAway, refCon, kDialogBackground);
     if (!w) {
         dialogs.pop_back();
         return nullptr;

@@ -48,18 +48,18 @@ struct OpaqueDialogPtr {
     int16_t defaultItem = 0;                 // declared default item, 0 for none
     int16_t focus = 0;                       // edit item with the keyboard focus, 0 for none
     bool tracksCursor = false;
-    bool focusChosen = false;                // the first edit box was given the focus
+    bool focusChosen = false; // the first edit box was given the focus
     // The modal loop's state between two events.
-    ControlRef tracking = nullptr;           // control pressed, waiting for the mouse up
-    bool trackingEdit = false;               // selecting text by dragging
+    ControlRef tracking = nullptr; // control pressed, waiting for the mouse up
+    bool trackingEdit = false;     // selecting text by dragging
     Point downWhere{0, 0};
     uint32_t downWhen = 0;
     WindowRef downWindow = nullptr;
     int16_t clickCount = 0;
-    ControlRef openMenu = nullptr;           // popup whose menu is open
+    ControlRef openMenu = nullptr; // popup whose menu is open
     int16_t menuHighlight = 0;
     platform::look::SavedPixels underMenu;
-    int32_t autoAnswers = 0;                 // headless answers given to this dialog
+    int32_t autoAnswers = 0; // headless answers given to this dialog
 };
 
 namespace platform {
@@ -69,9 +69,9 @@ using ModalFilterUPP = ModalFilterProcPtr;
 // A dialog window (invisible or visible), movable modal, in the window list
 // as NewCWindow places it; title set, the system font at 13 px in its port,
 // background #ECECEC. Null when memory runs out.
-DialogRef NewColorDialog(void *storage, const Rect *bounds, ConstStr255Param title,
-                         Boolean visible, int16_t procID, WindowRef behind, Boolean goAway,
-                         void *refCon, void *items);
+DialogRef NewColorDialog(void *storage, const Rect *bounds, ConstStr255Param title, Boolean visible,
+                         int16_t procID, WindowRef behind, Boolean goAway, void *refCon,
+                         void *items);
 // Disposes of the dialog, its window, items and controls; unknown dialogs are ignored.
 void DisposeDialog(DialogRef dialog);
 bool IsDialog(DialogRef dialog);

@@ -44,6 +44,16 @@ EventRecord WheelEvent(Point global, int16_t rows) {
     return EventRecord{osEvt, uintptr_t(kWheel) << 56 | uint16_t(rows), TickCount(), global, 0};
 }
 
+EventRecord ChooseRowEvent(int16_t item, int16_t row, int16_t clicks) {
+    uintptr_t m = uintptr_t(kChooseRow) << 56 | uintptr_t(uint8_t(clicks)) << 32 |
+                  uintptr_t(uint16_t(item)) << 16 | uint16_t(row);
+    return EventRecord{osEvt, m, TickCount(), Point{0, 0}, 0};
+}
+
+void PostEventsFirst(const EventRecord *events, size_t count) {
+    if (queue.size() + count <= kMaxQueued) queue.insert(queue.begin(), events, events + count);
+}
+
 void PostEvent(const EventRecord &event) {
     if (queue.size() < kMaxQueued) queue.push_back(event);
 }

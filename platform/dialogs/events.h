@@ -6,7 +6,10 @@
 //   keyDown       character code | key code << 8   -
 //   updateEvt     the window to redraw             -
 //   activateEvt   the window; modifiers activeFlag set when it comes to the front
-//   osEvt         kMouseMoved or kWheel << 56, and for kWheel the rows (signed) in the low 16 bits
+//   osEvt         kind << 56: kMouseMoved; kWheel with the rows (signed) in
+//                 the low 16 bits; kChooseRow with clicks << 32 | item << 16 | row
+//                 (a person scrolling to a list row or opening a popup, then
+//                 clicking: the clicks are placed when the event is handled)
 #pragma once
 
 #include <cstdint>
@@ -41,7 +44,7 @@ enum : uint8_t {
     kDeleteChar = 0x7F
 };
 
-enum : uint8_t { kMouseMoved = 0xFA, kWheel = 0xFB };
+enum : uint8_t { kMouseMoved = 0xFA, kWheel = 0xFB, kChooseRow = 0xFC };
 
 constexpr uint32_t kDoubleClickTicks = 30; // half a second
 constexpr int kDoubleClickDistance = 4;    // pixels, each way
@@ -57,9 +60,12 @@ EventRecord KeyEvent(uint8_t charCode, uint16_t modifiers, uint32_t when);
 EventRecord WindowEvent(uint16_t what, WindowRef window, uint16_t modifiers = 0);
 EventRecord MovedEvent(Point global);
 EventRecord WheelEvent(Point global, int16_t rows);
+EventRecord ChooseRowEvent(int16_t item, int16_t row, int16_t clicks);
 
 // Appends an event (at most 4096 wait; beyond, the event is dropped).
 void PostEvent(const EventRecord &event);
+// Puts events at the head of the queue, in their order, to be taken next.
+void PostEventsFirst(const EventRecord *events, size_t count);
 // Takes the oldest event into *event; false when none waits.
 bool TakeEvent(EventRecord *event);
 bool EventsPending();

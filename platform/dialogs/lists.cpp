@@ -39,10 +39,13 @@ void LDelRow(int16_t count, int16_t rowNum, ListHandle list) {
     int32_t to = count == 0 ? size : std::min<int32_t>(from + count, size);
     if (from >= to) return;
     list->rows.erase(list->rows.begin() + from, list->rows.begin() + to);
-    if (list->selected >= to) list->selected -= to - from;
-    else if (list->selected >= from) list->selected = -1;
+    if (list->selected >= to)
+        list->selected -= to - from;
+    else if (list->selected >= from)
+        list->selected = -1;
     if (list->lastClick.v >= from) list->lastClick = Cell{-1, -1};
-    list->top = std::clamp<int32_t>(list->top, 0, std::max<int32_t>(int32_t(list->rows.size()) - 1, 0));
+    list->top =
+        std::clamp<int32_t>(list->top, 0, std::max<int32_t>(int32_t(list->rows.size()) - 1, 0));
     Changed(list);
 }
 
@@ -70,15 +73,16 @@ Cell LLastClick(ListHandle list) {
 }
 
 Rect *GetListDataBounds(ListHandle list, Rect *bounds) {
-    if (bounds)
-        *bounds = Rect{0, 0, int16_t(list ? list->rows.size() : 0), int16_t(list ? 1 : 0)};
+    if (bounds) *bounds = Rect{0, 0, int16_t(list ? list->rows.size() : 0), int16_t(list ? 1 : 0)};
     return bounds;
 }
 
 void LSetSelect(Boolean select, Cell cell, ListHandle list) {
     if (!HasRow(list, cell.v) || cell.h != 0) return;
-    if (select) list->selected = cell.v;
-    else if (list->selected == cell.v) list->selected = -1;
+    if (select)
+        list->selected = cell.v;
+    else if (list->selected == cell.v)
+        list->selected = -1;
     Changed(list);
 }
 

@@ -17,10 +17,10 @@ constexpr int32_t kMaxListRows = 32767;
 struct ListRec {
     std::vector<std::string> rows;
     int16_t cellHeight = 14;
-    int32_t selected = -1;     // selected row, -1 for none
+    int32_t selected = -1; // selected row, -1 for none
     Cell lastClick{-1, -1};
-    bool lastDouble = false;   // the last click was a double click
-    int32_t top = 0;           // first row shown
+    bool lastDouble = false; // the last click was a double click
+    int32_t top = 0;         // first row shown
     ControlRef owner = nullptr;
 };
 using ListHandle = ListRec *;

@@ -140,7 +140,8 @@ void FillPolygon(Port &p, const std::vector<PointF> &pts, RGBColor c) {
         for (int32_t x = int32_t(std::floor(minX)); x < int32_t(std::ceil(maxX)); ++x) {
             int hits = 0;
             for (int sy = 0; sy < 4; ++sy)
-                for (int sx = 0; sx < 4; ++sx) hits += inside(x + (sx + 0.5) / 4, y + (sy + 0.5) / 4);
+                for (int sx = 0; sx < 4; ++sx)
+                    hits += inside(x + (sx + 0.5) / 4, y + (sy + 0.5) / 4);
             Dot(p, x, y, c, hits / 16.0);
         }
 }
@@ -336,7 +337,8 @@ void DrawCheckBox(Port &p, ControlRef c) {
     FillFramedRound(p, box, 3, border, fill);
     if (on) DrawCheckMark(p, box, kWhite);
     Style s = Label(Inactive(c) ? kGreyText : kBlack);
-    DrawText(p, c->title, r.left + 18, CentredBaseline(r, s), s, Box(r.left + 16, r.top, r.right, r.bottom));
+    DrawText(p, c->title, r.left + 18, CentredBaseline(r, s), s,
+             Box(r.left + 16, r.top, r.right, r.bottom));
 }
 
 std::string MenuItemText(ControlRef c, int32_t item) {
@@ -355,11 +357,14 @@ void DrawPopupButton(Port &p, ControlRef c) {
     RGBColor text = Inactive(c) ? kGreyText : kBlack;
     Erase(p, r);
     FillFramedRound(p, r, 5, Inactive(c) ? kInactiveBorder : kButtonBorder,
-                    Inactive(c) ? kInactiveFill : Pressed(c) ? kPressed : kWhite);
+                    Inactive(c)  ? kInactiveFill
+                    : Pressed(c) ? kPressed
+                                 : kWhite);
     Style s = Label(text);
     DrawText(p, MenuItemText(c, c->value), r.left + 8, CentredBaseline(r, s), s,
              Box(r.left + 2, r.top + 1, r.right - 18, r.bottom - 1));
-    DrawPopupArrows(p, r.right - 10.5, (r.top + r.bottom) / 2.0, Inactive(c) ? kGreyText : Hex(0x404040));
+    DrawPopupArrows(p, r.right - 10.5, (r.top + r.bottom) / 2.0,
+                    Inactive(c) ? kGreyText : Hex(0x404040));
 }
 
 Rect ListInner(ControlRef c) {
@@ -378,8 +383,8 @@ void DrawListBox(Port &p, ControlRef c) {
     Style normal{SystemFont(), kRowSize, 0, Inactive(c) ? kGreyText : kBlack};
     Style chosen{SystemFont(), kRowSize, 0, kWhite};
     int32_t h = std::max<int32_t>(list->cellHeight, 1);
-    for (int32_t row = list->top, y = inner.top; row < int32_t(list->rows.size()) && y < inner.bottom;
-         ++row, y += h) {
+    for (int32_t row = list->top, y = inner.top;
+         row < int32_t(list->rows.size()) && y < inner.bottom; ++row, y += h) {
         Rect cell = Intersect(Box(rows.left, y, rows.right, y + h), rows);
         bool selected = row == list->selected;
         if (selected) Fill(p, cell, kRowSelection);
@@ -392,7 +397,8 @@ void DrawListBox(Port &p, ControlRef c) {
     Fill(p, track, kTrack);
     Fill(p, Box(track.left, track.top, track.left + 1, track.bottom), kTrackLine);
     Rect thumb = ListThumb(c);
-    FillRound(p, Box(track.left + 4, thumb.top + 2, track.right - 3, thumb.bottom - 2), 3.5, kThumb);
+    FillRound(p, Box(track.left + 4, thumb.top + 2, track.right - 3, thumb.bottom - 2), 3.5,
+              kThumb);
 }
 
 void DrawGroupBox(Port &p, ControlRef c) {
@@ -402,8 +408,9 @@ void DrawGroupBox(Port &p, ControlRef c) {
     Style s = Label(Inactive(c) ? kGreyText : kBlack);
     Metrics m = MetricsOf(s);
     int32_t width = WidthOf(c->title, s);
-    Rect label = Intersect(Box(r.left + 6, r.top + 1, r.left + 10 + width, r.top + 3 + m.ascent + m.descent),
-                           Inset(r, 1));
+    Rect label =
+        Intersect(Box(r.left + 6, r.top + 1, r.left + 10 + width, r.top + 3 + m.ascent + m.descent),
+                  Inset(r, 1));
     Erase(p, label);
     DrawText(p, c->title, r.left + 8, r.top + 2 + m.ascent, s, label);
 }
@@ -422,15 +429,19 @@ void DrawEditText(Port &p, ControlRef c) {
     std::vector<int32_t> at = Offsets(te->text, s);
     int32_t x0 = inner.left + 2 - te->scroll, base = CentredBaseline(r, s);
     if (c->focused && te->selStart < te->selEnd)
-        Fill(p, Intersect(Box(x0 + at[size_t(te->selStart)], inner.top, x0 + at[size_t(te->selEnd)], inner.bottom), inner),
+        Fill(p,
+             Intersect(Box(x0 + at[size_t(te->selStart)], inner.top, x0 + at[size_t(te->selEnd)],
+                           inner.bottom),
+                       inner),
              kTextSelection);
     DrawText(p, te->text, x0, base, s, inner);
     if (c->focused && te->selStart == te->selEnd) {
         Metrics m = MetricsOf(s);
         int32_t x = x0 + at[size_t(te->selStart)];
         if (x >= inner.left && x < inner.right)
-            Fill(p, Box(x, std::max<int32_t>(inner.top + 1, base - m.ascent + 1), x + 1,
-                        std::min<int32_t>(inner.bottom - 1, base + m.descent)),
+            Fill(p,
+                 Box(x, std::max<int32_t>(inner.top + 1, base - m.ascent + 1), x + 1,
+                     std::min<int32_t>(inner.bottom - 1, base + m.descent)),
                  kBlack);
     }
 }
@@ -487,8 +498,10 @@ bool DrawIconFile(Port &p, int16_t id, int32_t left, int32_t top) {
     if (!ok) return false;
     for (int32_t y = 0; y < kIconSize; ++y)
         for (int32_t x = 0; x < kIconSize; ++x) {
-            const uint8_t *px = &img.pixels[(size_t(y * img.height / kIconSize) * size_t(img.width) +
-                                             size_t(x * img.width / kIconSize)) * 4];
+            const uint8_t *px =
+                &img.pixels[(size_t(y * img.height / kIconSize) * size_t(img.width) +
+                             size_t(x * img.width / kIconSize)) *
+                            4];
             RGBColor c{uint16_t(px[0] * 0x101), uint16_t(px[1] * 0x101), uint16_t(px[2] * 0x101)};
             Dot(p, left + x, top + y, c, px[3] / 255.0);
         }
@@ -508,12 +521,38 @@ int32_t TextWidth(std::string_view text, int16_t size) {
 
 bool DrawIcon(Port &p, int16_t id, int16_t left, int16_t top) {
     if (DrawIconFile(p, id, left, top)) return true;
-    switch (id) {
-    case kStopIcon: DrawStopIcon(p, left, top); return true;
-    case kNoteIcon: DrawNoteIcon(p, left, top); return true;
-    case kCautionIcon: DrawCautionIcon(p, left, top); return true;
-    default: return false;
+    void (*draw)(Port &, double, double) = id == kStopIcon      ? DrawStopIcon
+                                           : id == kNoteIcon    ? DrawNoteIcon
+                                           : id == kCautionIcon ? DrawCautionIcon
+                                                                : nullptr;
+    if (!draw) return false;
+    // Built-in icons are drawn once over each background and then copied.
+    struct Cached {
+        int16_t id;
+        RGBColor background;
+        SavedPixels pixels;
+    };
+    static std::vector<Cached> cache;
+    const RGBColor bg = p.bgColour;
+    auto same = [&](const Cached &c) {
+        return c.id == id && c.background.red == bg.red && c.background.green == bg.green &&
+               c.background.blue == bg.blue;
+    };
+    auto hit = std::find_if(cache.begin(), cache.end(), same);
+    if (hit == cache.end()) {
+        GrafPtr scratch = NewPort(kIconSize, kIconSize);
+        if (!scratch) return false;
+        Fill(*scratch, Box(0, 0, kIconSize, kIconSize), bg);
+        draw(*scratch, 0, 0);
+        cache.push_back(Cached{id, bg, SavePixels(*scratch, Box(0, 0, kIconSize, kIconSize))});
+        DisposePort(scratch);
+        hit = cache.end() - 1;
     }
+    SavedPixels placed = hit->pixels;
+    placed.rect = Box(left, top, left + kIconSize, top + kIconSize);
+    if (left >= 0 && top >= 0 && left + kIconSize <= p.width && top + kIconSize <= p.height)
+        RestorePixels(p, placed);
+    return true;
 }
 
 void DrawTextBox(Port &p, std::string_view text, const Rect &box, int16_t just) {
@@ -563,13 +602,27 @@ void DrawControl(ControlRef c) {
     c->window->dirty = true;
     if (!c->visible) return;
     switch (c->kind) {
-    case ControlKind::PushButton: DrawPushButton(p, c); break;
-    case ControlKind::CheckBox: DrawCheckBox(p, c); break;
-    case ControlKind::PopupButton: DrawPopupButton(p, c); break;
-    case ControlKind::ListBox: DrawListBox(p, c); break;
-    case ControlKind::GroupBox: DrawGroupBox(p, c); break;
-    case ControlKind::Icon: DrawIconControl(p, c); break;
-    case ControlKind::EditText: DrawEditText(p, c); break;
+    case ControlKind::PushButton:
+        DrawPushButton(p, c);
+        break;
+    case ControlKind::CheckBox:
+        DrawCheckBox(p, c);
+        break;
+    case ControlKind::PopupButton:
+        DrawPopupButton(p, c);
+        break;
+    case ControlKind::ListBox:
+        DrawListBox(p, c);
+        break;
+    case ControlKind::GroupBox:
+        DrawGroupBox(p, c);
+        break;
+    case ControlKind::Icon:
+        DrawIconControl(p, c);
+        break;
+    case ControlKind::EditText:
+        DrawEditText(p, c);
+        break;
     case ControlKind::StaticText: {
         OnPort on(p, Label(Inactive(c) ? kGreyText : kBlack));
         DrawTextBox(p, c->title, c->rect, 0);
@@ -635,9 +688,11 @@ Rect ListThumb(ControlRef c) {
     Rect track = ListScrollBar(c);
     int32_t total = c->list ? int32_t(c->list->rows.size()) : 0, page = ListPageRows(c);
     int32_t trackH = track.bottom - track.top;
-    int32_t thumbH = std::clamp<int32_t>(trackH * page / std::max(total, 1), 16, std::max(trackH, 16));
+    int32_t thumbH =
+        std::clamp<int32_t>(trackH * page / std::max(total, 1), 16, std::max(trackH, 16));
     int32_t range = std::max(total - page, 1);
-    int32_t top = track.top + (trackH - thumbH) * std::min(c->list ? c->list->top : 0, range) / range;
+    int32_t top =
+        track.top + (trackH - thumbH) * std::min(c->list ? c->list->top : 0, range) / range;
     return Box(track.left, top, track.right, top + thumbH);
 }
 
@@ -675,7 +730,8 @@ Rect PopupMenuFrame(ControlRef c) {
     int32_t count = menu ? int32_t(menu->items.size()) : 0;
     int32_t widest = 0;
     if (menu)
-        for (const std::string &item : menu->items) widest = std::max(widest, TextWidth(item, kLabelSize));
+        for (const std::string &item : menu->items)
+            widest = std::max(widest, TextWidth(item, kLabelSize));
     int32_t width = std::max<int32_t>(c->rect.right - c->rect.left, widest + 36);
     int32_t height = count * kMenuRowHeight + 8;
     int32_t winW = c->window->port->width, winH = c->window->port->height;
@@ -714,7 +770,9 @@ void DrawPopupMenu(ControlRef c, int16_t highlighted) {
         bool lit = k == highlighted;
         if (lit) FillRound(p, row, 3, kRowSelection);
         Style s = Label(lit ? kWhite : kBlack);
-        if (k == c->value) DrawCheckMark(p, Box(row.left + 2, row.top + 3, row.left + 14, row.top + 15), lit ? kWhite : kBlack);
+        if (k == c->value)
+            DrawCheckMark(p, Box(row.left + 2, row.top + 3, row.left + 14, row.top + 15),
+                          lit ? kWhite : kBlack);
         DrawText(p, menu->items[size_t(k - 1)], row.left + 18, CentredBaseline(row, s), s,
                  Box(row.left + 16, row.top, row.right - 2, row.bottom));
     }
@@ -726,7 +784,8 @@ SavedPixels SavePixels(const Port &p, Rect r) {
     if (IsEmpty(saved.rect)) return saved;
     size_t w = size_t(saved.rect.right - saved.rect.left) * 4;
     for (int32_t y = saved.rect.top; y < saved.rect.bottom; ++y) {
-        const uint8_t *from = &p.pixels[(size_t(y) * size_t(p.width) + size_t(saved.rect.left)) * 4];
+        const uint8_t *from =
+            &p.pixels[(size_t(y) * size_t(p.width) + size_t(saved.rect.left)) * 4];
         saved.rgba.insert(saved.rgba.end(), from, from + w);
     }
     return saved;

@@ -70,8 +70,7 @@ void InsertMenuItem(MenuRef menu, ConstStr255Param text, int16_t afterItem) {
     int32_t at = std::clamp<int32_t>(afterItem, 0, int32_t(menu->items.size()));
     try {
         menu->items.insert(menu->items.begin() + at, ItemText(text));
-    } catch (...) {
-    }
+    } catch (...) {}
 }
 
 void AppendMenu(MenuRef menu, ConstStr255Param text) {

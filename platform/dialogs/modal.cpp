@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <vector>
 
 #include "platform/backends/backend.h"
 #include "platform/dialogs/dialogs.h"
@@ -198,9 +199,13 @@ int16_t MouseDown(DialogRef d, const EventRecord &e) {
         d->tracking = v;
         HiliteControl(v, kControlButtonPart);
         return 0;
-    case ControlKind::PopupButton: OpenMenu(d, v); return 0;
-    case ControlKind::ListBox: return ClickList(d, v, pt, item);
-    default: return item;
+    case ControlKind::PopupButton:
+        OpenMenu(d, v);
+        return 0;
+    case ControlKind::ListBox:
+        return ClickList(d, v, pt, item);
+    default:
+        return item;
     }
 }
 
@@ -232,6 +237,35 @@ void Wheel(DialogRef d, const EventRecord &e) {
     if (v && v->kind == ControlKind::ListBox) look::ListScrollBy(v, rows);
 }
 
+// A person scrolling a list to a row, or opening a popup, then clicking:
+// the clicks go to the head of the queue, placed where the row now is.
+void ChooseRow(DialogRef d, const EventRecord &e) {
+    int16_t row = int16_t(e.message & 0xFFFF), item = int16_t(e.message >> 16 & 0xFFFF);
+    int32_t clicks = std::clamp<int32_t>(int32_t(e.message >> 32 & 0xFF), 1, 3);
+    ControlRef v = ViewOf(d, item);
+    if (!v) return;
+    std::vector<Point> at;
+    if (v->kind == ControlKind::ListBox && v->list) {
+        look::ListScrollTo(v, row);
+        int32_t top = v->rect.top + 1 + (row - v->list->top) * v->list->cellHeight;
+        at.assign(size_t(clicks),
+                  Point{int16_t(top + v->list->cellHeight / 2), int16_t(v->rect.left + 8)});
+    } else if (v->kind == ControlKind::PopupButton) {
+        Rect menuItem = look::PopupMenuItemRect(v, row);
+        at = {Point{int16_t((v->rect.top + v->rect.bottom) / 2),
+                    int16_t((v->rect.left + v->rect.right) / 2)},
+              Point{int16_t((menuItem.top + menuItem.bottom) / 2),
+                    int16_t((menuItem.left + menuItem.right) / 2)}};
+    }
+    std::vector<EventRecord> clicksQueued;
+    for (Point local : at) {
+        Point global = LocalToGlobal(d->window, local);
+        clicksQueued.push_back(MouseEvent(mouseDown, d->window, global, 0, e.when));
+        clicksQueued.push_back(MouseEvent(mouseUp, d->window, global, 0, e.when));
+    }
+    PostEventsFirst(clicksQueued.data(), clicksQueued.size());
+}
+
 // Focus to the next (or previous) edit box in item order, wrapping.
 void TabFocus(DialogRef d, bool back) {
     int32_t n = int32_t(d->items.size());
@@ -245,13 +279,21 @@ void TabFocus(DialogRef d, bool back) {
 int16_t MenuKey(DialogRef d, uint8_t key) {
     int16_t count = CountMenuItems(GetControlPopupMenuHandle(d->openMenu));
     switch (key) {
-    case kUpArrowChar: Highlight(d, int16_t(std::max(d->menuHighlight - 1, 1))); return 0;
-    case kDownArrowChar: Highlight(d, int16_t(std::min<int>(d->menuHighlight + 1, count))); return 0;
+    case kUpArrowChar:
+        Highlight(d, int16_t(std::max(d->menuHighlight - 1, 1)));
+        return 0;
+    case kDownArrowChar:
+        Highlight(d, int16_t(std::min<int>(d->menuHighlight + 1, count)));
+        return 0;
     case kReturnChar:
     case kEnterChar:
-    case ' ': return ChooseFromMenu(d, d->menuHighlight);
-    case kEscapeChar: CloseMenu(d); return 0;
-    default: return 0;
+    case ' ':
+        return ChooseFromMenu(d, d->menuHighlight);
+    case kEscapeChar:
+        CloseMenu(d);
+        return 0;
+    default:
+        return 0;
     }
 }
 
@@ -277,15 +319,20 @@ int16_t Key(DialogRef d, const EventRecord &e) {
 
 int16_t Dispatch(DialogRef d, const EventRecord &e) {
     switch (e.what) {
-    case mouseDown: return MouseDown(d, e);
-    case mouseUp: return MouseUp(d, e);
+    case mouseDown:
+        return MouseDown(d, e);
+    case mouseUp:
+        return MouseUp(d, e);
     case keyDown:
-    case autoKey: return Key(d, e);
+    case autoKey:
+        return Key(d, e);
     case osEvt:
         if (OsEventKind(e) == kMouseMoved) Moved(d, e);
         if (OsEventKind(e) == kWheel) Wheel(d, e);
+        if (OsEventKind(e) == kChooseRow) ChooseRow(d, e);
         return 0;
-    default: return 0; // update and activate: the window keeps its pixels
+    default:
+        return 0; // update and activate: the window keeps its pixels
     }
 }
 
@@ -294,8 +341,10 @@ Boolean StandardFilter(DialogRef d, EventRecord *e, DialogItemIndex *itemHit) {
         return false;
     uint8_t key = uint8_t(e->message & 0xFF);
     int16_t item = 0;
-    if (key == kReturnChar || key == kEnterChar) item = ReturnItem(d);
-    else if (IsCancelKey(key, e->modifiers)) item = EscapeItem(d);
+    if (key == kReturnChar || key == kEnterChar)
+        item = ReturnItem(d);
+    else if (IsCancelKey(key, e->modifiers))
+        item = EscapeItem(d);
     if (!item) return false;
     *itemHit = item;
     return true;
@@ -351,8 +400,8 @@ void ModalDialog(ModalFilterUPP filter, DialogItemIndex *itemHit) {
             return;
         }
         DialogItemIndex hit = 0;
-        Boolean handled = filter ? InvokeModalFilterUPP(d, &e, &hit, filter)
-                                 : StandardFilter(d, &e, &hit);
+        Boolean handled =
+            filter ? InvokeModalFilterUPP(d, &e, &hit, filter) : StandardFilter(d, &e, &hit);
         if (handled || !IsDialog(d)) {
             *itemHit = hit;
             return;

@@ -71,30 +71,43 @@ bool TEKey(uint8_t key, uint16_t modifiers, TEHandle te) {
     }
     switch (key) {
     case kBackspaceChar:
-        if (s < e) Replace(te, s, e, {});
-        else if (s > 0) Replace(te, s - 1, s, {});
+        if (s < e)
+            Replace(te, s, e, {});
+        else if (s > 0)
+            Replace(te, s - 1, s, {});
         return true;
     case kDeleteChar:
-        if (s < e) Replace(te, s, e, {});
-        else if (e < te->text.size()) Replace(te, s, s + 1, {});
+        if (s < e)
+            Replace(te, s, e, {});
+        else if (e < te->text.size())
+            Replace(te, s, s + 1, {});
         return true;
     case kLeftArrowChar: {
         int32_t caret = te->anchor == te->selStart ? te->selEnd : te->selStart;
-        if (!extend && s < e) Collapse(te, int32_t(s));
-        else MoveTo(te, caret - 1, extend);
+        if (!extend && s < e)
+            Collapse(te, int32_t(s));
+        else
+            MoveTo(te, caret - 1, extend);
         return true;
     }
     case kRightArrowChar: {
         int32_t caret = te->anchor == te->selStart ? te->selEnd : te->selStart;
-        if (!extend && s < e) Collapse(te, int32_t(e));
-        else MoveTo(te, caret + 1, extend);
+        if (!extend && s < e)
+            Collapse(te, int32_t(e));
+        else
+            MoveTo(te, caret + 1, extend);
         return true;
     }
-    case kHomeChar: MoveTo(te, 0, extend); return true;
-    case kEndChar: MoveTo(te, int32_t(te->text.size()), extend); return true;
+    case kHomeChar:
+        MoveTo(te, 0, extend);
+        return true;
+    case kEndChar:
+        MoveTo(te, int32_t(te->text.size()), extend);
+        return true;
     default:
         if (key < 0x20 || key == kDeleteChar) return false;
-        if (te->text.size() - (e - s) + 1 <= kMaxEditText) Replace(te, s, e, std::string(1, char(key)));
+        if (te->text.size() - (e - s) + 1 <= kMaxEditText)
+            Replace(te, s, e, std::string(1, char(key)));
         return true;
     }
 }

@@ -15,10 +15,10 @@ struct TERec {
     std::string text;
     int16_t selStart = 0; // selection start and end offsets, start <= end
     int16_t selEnd = 0;
-    int16_t anchor = 0;   // the fixed end when the selection is extended
+    int16_t anchor = 0; // the fixed end when the selection is extended
     Rect destRect{0, 0, 0, 0};
     Rect viewRect{0, 0, 0, 0};
-    int32_t scroll = 0;   // pixels the text is shifted left to keep the caret in view
+    int32_t scroll = 0; // pixels the text is shifted left to keep the caret in view
 };
 using TEHandle = TERec *;
 

@@ -35,8 +35,7 @@ void FrontChanged(WindowRef before) {
 }
 
 void Repaint(WindowRef w, RGBColor background) {
-    FillPixels(*w->port, Rect{0, 0, int16_t(w->port->height), int16_t(w->port->width)},
-               background);
+    FillPixels(*w->port, Rect{0, 0, int16_t(w->port->height), int16_t(w->port->width)}, background);
     w->port->bgColour = background;
     w->dirty = true;
 }
@@ -213,8 +212,8 @@ GrafPtr GetWindowPort(WindowRef window) {
 
 WindowRef FindWindowAt(Point p) {
     for (WindowRef w : windows)
-        if (w->visible && p.h >= w->bounds.left && p.h < w->bounds.right &&
-            p.v >= w->bounds.top && p.v < w->bounds.bottom)
+        if (w->visible && p.h >= w->bounds.left && p.h < w->bounds.right && p.v >= w->bounds.top &&
+            p.v < w->bounds.bottom)
             return w;
     return nullptr;
 }

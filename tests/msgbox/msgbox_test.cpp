@@ -27,7 +27,7 @@ struct Seen {
     std::vector<vitrail_item_info> items;
     std::vector<std::string> lines; // texts drawn at x 80, top to bottom
     std::vector<int16_t> baselines;
-    uint32_t iconPixel = 0;         // inside the icon's body
+    uint32_t iconPixel = 0; // inside the icon's body
 };
 
 Seen Look(WindowRef w) {
@@ -132,9 +132,9 @@ TEST(MessageBox, IconFollowsTheFlags) {
     struct Row {
         uint32_t flags, pixel;
     } rows[] = {
-        {0x00, kNone},    {0x01, kNote},     {0x04, kStop},   {0x05, kStop},
-        {0x06, kCaution}, {0x02, kCaution},  {0x08, kNone},   {0x10, kNone},
-        {0x18, kCaution}, {0x12, kCaution},  {0x11, kNone},   {0x14, kNone},
+        {0x00, kNone},    {0x01, kNote},    {0x04, kStop}, {0x05, kStop},
+        {0x06, kCaution}, {0x02, kCaution}, {0x08, kNone}, {0x10, kNone},
+        {0x18, kCaution}, {0x12, kCaution}, {0x11, kNone}, {0x14, kNone},
     };
     for (const Row &row : rows) {
         Seen seen;
@@ -262,15 +262,21 @@ TEST(MessageBox, ScreensOfTheBoxes) {
         const char *caption, *text;
     } rows[] = {
         {"msgbox_note.png", MSGBOX_ICON_NOTE, "Ordonnance",
-         "L'ordonnance a \xE9t\xE9 enregistr\xE9" "e dans le dossier du patient."},
+         "L'ordonnance a \xE9t\xE9 enregistr\xE9"
+         "e dans le dossier du patient."},
         {"msgbox_question_plain.png", MSGBOX_QUESTION, "Question", "Imprimer l'ordonnance ?"},
-        {"msgbox_question_caution.png", MSGBOX_QUESTION | MSGBOX_QUESTION_CAUTION | MSGBOX_DEFAULT_NON,
-         "Confirmation",
+        {"msgbox_question_caution.png",
+         MSGBOX_QUESTION | MSGBOX_QUESTION_CAUTION | MSGBOX_DEFAULT_NON, "Confirmation",
          "Le patient est allergique \xE0 la p\xE9nicilline : voulez-vous vraiment prescrire "
-         "cette mol\xE9" "cule malgr\xE9 tout ?"},
+         "cette mol\xE9"
+         "cule malgr\xE9 tout ?"},
         {"msgbox_note_stop.png", MSGBOX_ICON_STOP, "Erreur",
          "Impossible d'ouvrir le fichier des prescripteurs.\nV\xE9rifiez le chemin."},
-        {"msgbox_note_caution.png", MSGBOX_ICON_CAUTION, "Attention", "La date de fin pr\xE9" "c\xE8" "de la date de d\xE9" "but."},
+        {"msgbox_note_caution.png", MSGBOX_ICON_CAUTION, "Attention",
+         "La date de fin pr\xE9"
+         "c\xE8"
+         "de la date de d\xE9"
+         "but."},
     };
     for (const Row &row : rows) {
         std::string path = std::string(VITRAIL_SCREENS_DIR) + "/" + row.file;
