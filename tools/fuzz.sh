@@ -10,7 +10,8 @@ seconds=${1:-300}
 tools/bootstrap.sh
 cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
-    -DVITRAIL_FUZZ=ON -DVITRAIL_TESTS=OFF -DVITRAIL_BENCH=OFF >/dev/null
+    -DVITRAIL_FUZZ=ON -DVITRAIL_TESTS=OFF -DVITRAIL_BENCH=OFF -DVITRAIL_DEMO=OFF \
+    -DVITRAIL_EXAMPLES=OFF -DVITRAIL_INSTALL=OFF >/dev/null
 cmake --build build-fuzz -j "$(nproc)"
 targets=$*
 [ -n "$targets" ] || targets=$(cd fuzz && ls *.cpp 2>/dev/null | sed 's/\.cpp$//')
