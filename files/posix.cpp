@@ -7,6 +7,7 @@
 #include <vitrail/files.h>
 #include <vitrail/unixtools.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
@@ -53,6 +54,16 @@ std::string UnixForm(std::string_view mac, bool onVolume) {
 bool IsRegularFile(const std::string &path) {
     struct stat st;
     return stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+}
+
+// Opens `path` write only, emptied. A file it creates gets mode 0777 set
+// explicitly, so the process's creation mask is neither used nor changed.
+int OpenForWriting(const char *path) {
+    int fd = open(path, O_WRONLY | O_TRUNC | O_CLOEXEC);
+    if (fd >= 0 || errno != ENOENT) return fd;
+    fd = open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0777);
+    if (fd >= 0) fchmod(fd, 0777);
+    return fd;
 }
 
 // Writes `text` into a 256-byte buffer, cut to 255 characters.
@@ -111,10 +122,7 @@ VITRAIL_API int32_t xFile_Open(const char *macPath, int32_t bRead, int32_t bWrit
     if (!Converted(MAC2UNIX, macPath, path)) return -1;
     if (bRead > 0 && bWrite > 0) return open(path, O_RDWR | O_CLOEXEC);
     if (bRead > 0) return IsRegularFile(path) ? open(path, O_RDONLY | O_CLOEXEC) : -1;
-    if (bWrite > 0) {
-        umask(0);
-        return open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0777);
-    }
+    if (bWrite > 0) return OpenForWriting(path);
     return -1;
 }
 

@@ -51,9 +51,9 @@ VITRAIL_API void BSDMAC2UNIX(const char *macPath, char *unixPath);
  * set when above 0.
  *   both       read and write; the file must exist.
  *   read only  the path must name an existing regular file.
- *   write only sets the process's creation mask to 0 (it stays so) and
- *              creates the file readable and writable by everybody, or
- *              empties it when present.
+ *   write only creates the file readable and writable by everybody (mode
+ *              0777, set explicitly: the process's creation mask is left
+ *              as it was), or empties it when present.
  *   neither    opens nothing and answers -1.
  * Answers the descriptor, or -1. Descriptors are not inherited by the shell
  * commands the library runs. */
