@@ -1,16 +1,18 @@
-// Loading profile files into memory files, and the line rules shared by the
-// reader and the writers.
+// Loading profile files into memory files.
 #include "profile/load.h"
 
-#include <cstring>
+#include <sys/stat.h>
 
 #include <vitrail/files.h>
 
 namespace profile {
 
 int32_t LoadIntoMemoryFile(int32_t fd) {
-    int32_t size = xFile_Size(fd);
-    int32_t h = MFil_Open("", size > 0 ? size : 0, 0);
+    struct stat st;
+    if (fstat(fd, &st) != 0 || st.st_size >= INT32_MAX) return -1;
+    // One byte of room past the size: a read that leaves it unfilled has met
+    // the end of the file, and no second read is needed to learn it.
+    int32_t h = MFil_Open("", int32_t(st.st_size) + 1, 0);
     if (h < 0) return -1;
     // The file is read straight into the block; MFil_Write then records the
     // bytes in place without copying them again.
@@ -27,6 +29,7 @@ int32_t LoadIntoMemoryFile(int32_t fd) {
             ok = false;
             break;
         }
+        if (inPlace && n < room && slot.lPos >= st.st_size) break;
     }
     if (!ok || MFil_Lseek(h, 0) != 0) {
         MFil_Close(h);
@@ -39,24 +42,6 @@ std::string_view Contents(int32_t handle) {
     int32_t size = MFil_Size(handle);
     const char *p = size > 0 ? static_cast<const char *>(MFil_LockPtr(handle, 0)) : nullptr;
     return p ? std::string_view(p, size_t(size)) : std::string_view();
-}
-
-std::string_view CleanLine(const char *s, const char *e, std::string &scratch) {
-    while (s < e && *s == '\n') ++s;
-    const char *lf = static_cast<const char *>(std::memchr(s, '\n', size_t(e - s)));
-    if (!lf) return std::string_view(s, size_t(e - s));
-    scratch.assign(s, lf);
-    for (const char *p = lf; p < e; ++p)
-        if (*p != '\n') scratch += *p;
-    return scratch;
-}
-
-size_t HeaderEnd(std::string_view line, size_t from, std::string_view section, size_t stored) {
-    for (size_t j = line.find(']', from); j != std::string_view::npos; j = line.find(']', j + 1)) {
-        size_t end = j < stored ? j : stored;
-        if (end >= 1 && line.substr(1, end - 1) == section) return j;
-    }
-    return std::string_view::npos;
 }
 
 } // namespace profile

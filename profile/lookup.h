@@ -1,5 +1,4 @@
-// Finding a key's value in the bytes of a profile, with the skipping scan the
-// reader uses and with the plain line-by-line rules it must agree with.
+// Finding a key's value in the bytes of a profile.
 #pragma once
 
 #include <cstdint>
@@ -12,11 +11,7 @@ namespace profile {
 // terminator and its length is returned; otherwise -1 and `buffer` is
 // untouched. A value cut by the end of the data with no byte kept counts as
 // not found.
-int32_t Lookup(std::string_view data, std::string_view section, std::string_view key, char *buffer,
+int32_t Lookup(std::string_view data, std::string_view section, const char *key, char *buffer,
                int32_t size);
-
-// The same answer, found by running the rules over every line in turn.
-int32_t LookupByRules(std::string_view data, std::string_view section, std::string_view key,
-                      char *buffer, int32_t size);
 
 } // namespace profile
