@@ -76,7 +76,7 @@ const char *NextMark(const char *e, const char *stop, char last) {
 
 // The start of the line holding `x`, knowing `c0` < `x` is a carriage return.
 const char *LineOf(const char *c0, const char *x) {
-    return static_cast<const char *>(memrchr(c0, '\r', size_t(x - c0))) + 1;
+    return AfterLineEnd(static_cast<const char *>(memrchr(c0, '\r', size_t(x - c0))), x);
 }
 
 // True when the line [s, cr) starts with the key and "=", or holds a line
@@ -154,7 +154,7 @@ const char *NextHeaderLine(const char *begin, const char *p, const char *end) {
         if (!b) return end;
         if (StartsLine(begin, b)) {
             while (b > p && b[-1] == '\n') --b;
-            return b;
+            return b > p && b[-1] == '\r' ? AfterLineEnd(b - 1, end) : b;
         }
         p = b + 1;
     }

@@ -40,6 +40,12 @@ size_t HeaderEnd(std::string_view line, size_t from, std::string_view section);
 // it (the "]", "[" or "="), or npos when the rest of the line changes nothing.
 size_t NextStep(std::string_view line, size_t i, State &st, const Query &q);
 
+// Where the line ended by the carriage return `cr` stops: after the CR and
+// the line feed right after it, if any (before `end`). Lines start there.
+inline const char *AfterLineEnd(const char *cr, const char *end) {
+    return cr + 1 < end && cr[1] == '\n' ? cr + 2 : cr + 1;
+}
+
 // True when the "[" at `b` is the first kept byte of its line.
 bool StartsLine(const char *begin, const char *b);
 

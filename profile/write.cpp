@@ -116,10 +116,8 @@ struct Line {
 Line ReadLine(const char *p, const char *end, std::string &scratch) {
     auto *cr = static_cast<const char *>(std::memchr(p, '\r', size_t(end - p)));
     const char *e = cr ? cr : end;
-    Line ln{CleanLine(p, e, scratch), cr ? cr + 1 : end, cr != nullptr, false};
-    ln.asIs = cr && ln.text.data() == p && ln.text.size() == size_t(e - p) && cr + 1 < end &&
-              cr[1] == '\n';
-    if (ln.asIs) ++ln.next;
+    Line ln{CleanLine(p, e, scratch), cr ? AfterLineEnd(cr, end) : end, cr != nullptr, false};
+    ln.asIs = ln.next == cr + 2 && ln.text.data() == p && ln.text.size() == size_t(e - p);
     return ln;
 }
 
@@ -167,7 +165,7 @@ class Writer {
         auto *b = static_cast<const char *>(std::memchr(p, '[', size_t(end_ - p)));
         if (!b) return end_;
         while (b > p && b[-1] != '\r') --b;
-        return b;
+        return b > p ? AfterLineEnd(b - 1, end_) : b;
     }
 
     void Hold(const char *p, const Line &ln) {
