@@ -117,7 +117,7 @@ Line ReadLine(const char *p, const char *end, std::string &scratch) {
     auto *cr = static_cast<const char *>(std::memchr(p, '\r', size_t(end - p)));
     const char *e = cr ? cr : end;
     Line ln{CleanLine(p, e, scratch), cr ? AfterLineEnd(cr, end) : end, cr != nullptr, false};
-    ln.asIs = ln.next == cr + 2 && ln.text.data() == p && ln.text.size() == size_t(e - p);
+    ln.asIs = cr && ln.next == cr + 2 && ln.text.data() == p && ln.text.size() == size_t(e - p);
     return ln;
 }
 
