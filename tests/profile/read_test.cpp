@@ -24,6 +24,7 @@ struct ReadRow {
 };
 
 const std::string kAB = "[A]\r\nx=1\r\n[B]\r\nx=2\r\n";
+char buf_[8];
 
 TEST(ProfileRead, WholeFiles) {
     vitrail_test::TempVolumes vols;
@@ -71,28 +72,26 @@ TEST(ProfileRead, WholeFiles) {
     EXPECT_EQ(DATA_MFIL_ID, -1); // every memory file was released
 }
 
-TEST(ProfileRead, MissingFilesAndBadArguments) {
-    vitrail_test::TempVolumes vols;
-    vols.volume("Vol");
-    char buf[8] = "#######";
-    EXPECT_EQ(GetPrivateProfileString("A", "x", "dd", buf, 8, "Vol:none.ini"), 2);
-    EXPECT_EQ(std::string(buf), "dd");
-    EXPECT_EQ(GetPrivateProfileString("A", "x", "dd", buf, 8, "Vol"), 2); // a folder
-    EXPECT_EQ(GetPrivateProfileString("A", "x", "dd", buf, 0, "Vol:none.ini"), 0);
-    EXPECT_EQ(GetPrivateProfileString("A", "x", "dd", nullptr, 8, "Vol:none.ini"), 0);
-    EXPECT_EQ(GetPrivateProfileString("A", "x", nullptr, buf, 8, "Vol:none.ini"), 0);
-    EXPECT_EQ(std::string(buf), "");
-    EXPECT_EQ(GetPrivateProfileString("A", "x", "abc", buf, 1, "Vol:none.ini"), 0);
-    EXPECT_EQ(buf[0], '\0');
-}
-
-TEST(ProfileRead, WithEveryMemoryFileTakenTheDefaultComesBack) {
+// Missing files, folders, bad arguments and no memory file: the default.
+TEST(ProfileRead, DefaultsComeBack) {
     vitrail_test::TempVolumes vols;
     vols.write("Vol/a.ini", kAB);
-    for (int i = 0; i < 5; ++i) MFil_Open("", 1, 1);
-    char buf[8];
-    EXPECT_EQ(GetPrivateProfileString("A", "x", "d", buf, 8, "Vol:a.ini"), 1);
-    EXPECT_EQ(std::string(buf), "d");
+    struct {
+        const char *def, *file;
+        char *buf;
+        int32_t size, result;
+        const char *after;
+    } rows[] = {{"dd", "Vol:none.ini", buf_, 8, 2, "dd"}, {"dd", "Vol", buf_, 8, 2, "dd"},
+                {"dd", "Vol:a.ini", buf_, 0, 0, "#"},     {"dd", "Vol:a.ini", nullptr, 8, 0, "#"},
+                {nullptr, "Vol:none.ini", buf_, 8, 0, ""}, {"abc", "Vol:none.ini", buf_, 1, 0, ""},
+                {"d", "Vol:a.ini", buf_, 8, 1, "d"}}; // the last with every memory file taken
+    for (auto &r : rows) {
+        if (&r == &rows[6])
+            for (int i = 0; i < 5; ++i) MFil_Open("", 1, 1);
+        std::fill(std::begin(buf_), std::end(buf_), '\0'), buf_[0] = '#';
+        EXPECT_EQ(GetPrivateProfileString("A", "x", r.def, r.buf, r.size, r.file), r.result);
+        EXPECT_STREQ(buf_, r.after) << r.file;
+    }
     for (int32_t h = 4; h >= 0; --h) MFil_Close(h);
 }
 
