@@ -13,6 +13,8 @@
 
 #include <vitrail/draw.h>
 
+#include "draw/internal.h"
+
 namespace draw {
 namespace {
 
@@ -95,9 +97,8 @@ int64_t StepTab(int64_t x, int64_t h) {
     return next < kCoordRange ? next : x;
 }
 
-int32_t UnitWidth(GrafPtr port) {
-    int32_t width = 0, height = 0;
-    GetTextExtent_0(port, "X", 1, &width, &height);
+int32_t UnitWidth(const int16_t *widths) {
+    int32_t width = RunWidth(widths, "X", 1);
     return width < kMinUnit ? kMinUnit : width;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 #include <vitrail/types.h>
 
@@ -47,10 +48,32 @@ int64_t ForwardTab(int64_t x, int64_t h);
 // x, x does not move (so the search always ends).
 int64_t StepTab(int64_t x, int64_t h);
 
-// U: width of "X" in the current port's font, at least 8 pixels.
-int32_t UnitWidth(GrafPtr port);
+// U: width of "X" with the width table `widths` (of the current port's
+// font), at least 8 pixels.
+int32_t UnitWidth(const int16_t *widths);
 
 // L: ascent + descent + leading of the current port's font.
 int32_t LineHeight(GrafPtr port);
+
+// Walks `length` bytes of formatted text: run(bytes, n) for each run of
+// bytes other than 0xFF, command(code, args, avail) for each command, which
+// returns how many of the `avail` argument bytes it used. A 0xFF as the very
+// last byte is skipped; a null text has no bytes.
+template <class Run, class Command>
+void Walk(const char *text, int32_t length, Run &&run, Command &&command) {
+    const auto *t = reinterpret_cast<const uint8_t *>(text);
+    for (int64_t i = 0; t && i < length;) {
+        if (t[i] != kEscape) {
+            const void *escape = std::memchr(t + i, kEscape, size_t(length - i));
+            int64_t end = escape ? static_cast<const uint8_t *>(escape) - t : length;
+            run(text + i, int32_t(end - i));
+            i = end;
+        } else if (i + 1 < length) {
+            i += 2 + command(t[i + 1], t + i + 2, length - i - 2);
+        } else {
+            break;
+        }
+    }
+}
 
 } // namespace draw

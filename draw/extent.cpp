@@ -7,6 +7,7 @@
 
 #include "draw/commands.h"
 #include "draw/internal.h"
+#include "platform/quickdraw/text.h"
 
 namespace draw {
 
@@ -15,20 +16,17 @@ int32_t alRightExtent = 0;
 namespace {
 
 struct Measure {
-    GrafPtr port;
+    const int16_t *widths; // of the current port's font
     int64_t x;
     int32_t u;
     int64_t width = 0;
-    int32_t height = 0;
+    int32_t height = 0; // runs measure 0 high
     int32_t result = 1;
 
     void Advance(int64_t by) { x += by, width += by; }
 
     void Run(const char *run, int32_t n) {
-        int32_t w = 0, h = 0;
-        GetTextExtent_0(port, run, n, &w, &h);
-        if (!alRightExtent) Advance(w);
-        height = std::max(height, h);
+        if (!alRightExtent) Advance(RunWidth(widths, run, n));
     }
 
     int32_t Apply(uint8_t code, const uint8_t *p, int64_t avail) {
@@ -66,22 +64,13 @@ extern "C" {
 
 // A null text or a length of 0 or less measures 0 x 0 and returns 1; null
 // outputs are skipped.
-VITRAIL_API int32_t GetTextExtent_Ext(GrafPtr port, int32_t x, int32_t, const char *text,
-                                      int32_t length, int32_t *width, int32_t *height) {
-    draw::Measure m{port, x, draw::UnitWidth(port)};
-    const auto *t = reinterpret_cast<const uint8_t *>(text);
-    for (int64_t i = 0; t && i < length;) {
-        if (t[i] != draw::kEscape) {
-            int64_t end = i;
-            while (end < length && t[end] != draw::kEscape) ++end;
-            m.Run(text + i, int32_t(end - i));
-            i = end;
-        } else if (i + 1 < length) {
-            i += 2 + m.Apply(t[i + 1], t + i + 2, length - i - 2);
-        } else {
-            break;
-        }
-    }
+VITRAIL_API int32_t GetTextExtent_Ext(GrafPtr, int32_t x, int32_t, const char *text, int32_t length,
+                                      int32_t *width, int32_t *height) {
+    const int16_t *widths = platform::CharWidths();
+    draw::Measure m{widths, x, draw::UnitWidth(widths)};
+    draw::Walk(
+        text, length, [&](const char *run, int32_t n) { m.Run(run, n); },
+        [&](uint8_t code, const uint8_t *p, int64_t avail) { return m.Apply(code, p, avail); });
     if (width) *width = draw::Clamp32(m.width);
     if (height) *height = m.height;
     return m.result;

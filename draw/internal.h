@@ -47,6 +47,12 @@ class PortSwitch {
     GrafPtr saved_ = nullptr;
 };
 
+// The width of a run of Windows text as GetTextExtent_0 measures it with
+// the width table `widths` (of the current port's font): the advances of its
+// bytes up to a NUL, converted as w2mstr does, as a 16-bit value. 0 when
+// widths is null or length is negative or above 255.
+int32_t RunWidth(const int16_t *widths, const char *text, int32_t length);
+
 // Foreground vga_col(fg); background vga_col(bg) with text mode 0, or only
 // text mode 1 when bg is 255. Works on the current port.
 void SetColoursAndMode(int32_t fg, int32_t bg);

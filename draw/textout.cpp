@@ -5,6 +5,7 @@
 
 #include "draw/commands.h"
 #include "draw/internal.h"
+#include "platform/quickdraw/text.h"
 
 namespace draw {
 
@@ -120,20 +121,11 @@ extern "C" {
 VITRAIL_API int32_t TextOut_Ext(GrafPtr port, int32_t x, int32_t y, int32_t xOrg, int32_t yOrg,
                                 const char *text, int32_t length) {
     if (!text || length <= 0) return 0;
-    const auto *t = reinterpret_cast<const uint8_t *>(text);
-    draw::Writer w{port, x, y, xOrg, yOrg, draw::UnitWidth(port), draw::LineHeight(port)};
-    for (int64_t i = 0; i < length;) {
-        if (t[i] != draw::kEscape) {
-            int64_t end = i;
-            while (end < length && t[end] != draw::kEscape) ++end;
-            w.Run(text + i, int32_t(end - i));
-            i = end;
-        } else if (i + 1 < length) {
-            i += 2 + w.Apply(t[i + 1], t + i + 2, length - i - 2);
-        } else {
-            break;
-        }
-    }
+    draw::Writer w{
+        port, x, y, xOrg, yOrg, draw::UnitWidth(platform::CharWidths()), draw::LineHeight(port)};
+    draw::Walk(
+        text, length, [&](const char *run, int32_t n) { w.Run(run, n); },
+        [&](uint8_t code, const uint8_t *p, int64_t avail) { return w.Apply(code, p, avail); });
     return draw::Clamp32(w.total);
 }
 

@@ -12,10 +12,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <map>
 #include <string>
 
 #include <fontconfig/fontconfig.h>
+#include FT_MODULE_H
 
 namespace platform {
 namespace {
@@ -55,14 +57,16 @@ bool SameName(std::string_view a, std::string_view b) {
                                               [&](char x, char y) { return lower(x) == lower(y); });
 }
 
+} // namespace
+
 std::string_view FamilyOf(int16_t number) {
     for (const auto &f : kFonts)
         if (f.number == number) return f.family;
     return kSystemFamily;
 }
 
-// The font file fontconfig chooses for a family in a weight and slant.
-bool FindFile(std::string_view family, bool isBold, bool isItalic, std::string &file, int &index) {
+bool FindFontFile(std::string_view family, bool isBold, bool isItalic, std::string &file,
+                  int &index) {
     FcPattern *pattern = FcPatternCreate();
     if (!pattern) return false;
     std::string name(family);
@@ -85,40 +89,59 @@ bool FindFile(std::string_view family, bool isBold, bool isItalic, std::string &
     return found;
 }
 
-// The FreeType library and the faces opened so far, by family and style.
+namespace {
+
+// FreeType memory that comes back zeroed: FreeType 2.12 weighs a new
+// small-bitmap cache node before it has set every field, and stale bytes
+// there make the cache flush itself on every lookup.
+void *ZeroedAlloc(FT_Memory, long size) {
+    return std::calloc(1, size_t(size));
+}
+void ZeroedFree(FT_Memory, void *block) {
+    std::free(block);
+}
+void *ZeroedRealloc(FT_Memory, long, long size, void *block) {
+    return std::realloc(block, size_t(size));
+}
+FT_MemoryRec_ zeroedMemory{nullptr, ZeroedAlloc, ZeroedFree, ZeroedRealloc};
+
+// The FreeType library and the faces FaceFor opened so far, by family and style.
 class FaceCache {
   public:
     FaceCache() {
-        if (FT_Init_FreeType(&library_) != 0) library_ = nullptr;
+        if (FT_New_Library(&zeroedMemory, &library_) != 0) {
+            library_ = nullptr;
+        } else {
+            FT_Add_Default_Modules(library_);
+            FT_Set_Default_Properties(library_);
+        }
         FcInit();
     }
     ~FaceCache() {
         for (auto &entry : faces_)
             if (entry.second) FT_Done_Face(entry.second);
-        if (library_) FT_Done_FreeType(library_);
+        if (library_) FT_Done_Library(library_);
     }
     FaceCache(const FaceCache &) = delete;
     FaceCache &operator=(const FaceCache &) = delete;
+
+    FT_Library Library() const { return library_; }
 
     FT_Face Get(std::string_view family, bool isBold, bool isItalic) {
         std::string key = std::string(family) + (isBold ? "|b" : "|") + (isItalic ? "i" : "");
         auto it = faces_.find(key);
         if (it != faces_.end()) return it->second;
-        FT_Face face = Open(family, isBold, isItalic);
+        FT_Face face = nullptr;
+        std::string file;
+        int index = 0;
+        if (!library_ || !FindFontFile(family, isBold, isItalic, file, index) ||
+            FT_New_Face(library_, file.c_str(), index, &face) != 0)
+            face = nullptr;
         faces_.emplace(key, face);
         return face;
     }
 
   private:
-    FT_Face Open(std::string_view family, bool isBold, bool isItalic) {
-        std::string file;
-        int index = 0;
-        FT_Face face = nullptr;
-        if (!library_ || !FindFile(family, isBold, isItalic, file, index)) return nullptr;
-        if (FT_New_Face(library_, file.c_str(), index, &face) != 0) return nullptr;
-        return face;
-    }
-
     FT_Library library_ = nullptr;
     std::map<std::string, FT_Face> faces_;
 };
@@ -129,6 +152,10 @@ FaceCache &Cache() {
 }
 
 } // namespace
+
+FT_Library FontLibrary() {
+    return Cache().Library();
+}
 
 int16_t FontNumber(std::string_view name) {
     for (const auto &f : kFonts)
@@ -142,6 +169,10 @@ void GetFNum(ConstStr255Param name, int16_t *familyID) {
         name ? FontNumber(std::string_view(reinterpret_cast<const char *>(name + 1), name[0])) : 0;
 }
 
+int16_t PixelSize(int16_t size) {
+    return size <= 0 ? kDefaultSize : std::min(size, kMaxSize);
+}
+
 FT_Face FaceFor(int16_t number, int16_t face, int16_t size) {
     FT_Face ft = nullptr;
     try {
@@ -150,8 +181,7 @@ FT_Face FaceFor(int16_t number, int16_t face, int16_t size) {
         return nullptr;
     }
     if (!ft) return nullptr;
-    int16_t pixels = size <= 0 ? kDefaultSize : std::min(size, kMaxSize);
-    if (FT_Set_Pixel_Sizes(ft, 0, FT_UInt(pixels)) != 0) return nullptr;
+    if (FT_Set_Pixel_Sizes(ft, 0, FT_UInt(PixelSize(size))) != 0) return nullptr;
     return ft;
 }
 

@@ -76,6 +76,12 @@ GrafPtr CurrentPort();
 // `coverage` (255 = opaque).
 void FillPixels(Port &port, const Rect &r, RGBColor colour, uint8_t coverage = 255);
 
+// Blends `colour` into the port through an 8-bit coverage mask of
+// width x rows (rows `pitch` bytes apart) whose top-left pixel lands at
+// (left, top). Pixels outside the port or of coverage 0 are left alone.
+void BlendMask(Port &port, int32_t left, int32_t top, const uint8_t *mask, int32_t width,
+               int32_t rows, int32_t pitch, RGBColor colour);
+
 // Appends `op` to the port's trace, the oldest entry going beyond 65536.
 void Record(Port &port, TraceOp op);
 

@@ -26,13 +26,26 @@ void TextMode(int16_t mode);
 // Ascent, descent, widest advance and leading of the port's font, in pixels.
 void GetFontInfo(FontInfo *info);
 
-// The advance of `s` in the port's font: each glyph's rounded advance,
-// 1 pixel less with condense and 1 more with extend (never below 0).
+// The width table of the port's font, face and size: the advance of each of
+// the 256 bytes, as the width routines add them up. Null with no port or no
+// usable font; valid until the next text call.
+const int16_t *CharWidths();
+
+// The advance of byteCount bytes of textBuf from firstByte in the port's
+// font: each glyph's rounded advance, 1 pixel less with condense and 1 more
+// with extend (never below 0). A null buffer, negative first byte or count
+// of 0 or less measures 0.
+int16_t TextWidth(const void *textBuf, int16_t firstByte, int16_t byteCount);
+
+// TextWidth of the length-prefixed `s`.
 int16_t StringWidth(ConstStr255Param s);
 
-// Draws `s` with its baseline at the pen location in the foreground colour,
-// underlined (1 pixel, 1 below the baseline) with the underline face, then
-// moves the pen by StringWidth.
+// Draws byteCount bytes of textBuf from firstByte with the baseline at the
+// pen location in the foreground colour, underlined (1 pixel, 1 below the
+// baseline) with the underline face, then moves the pen by their width.
+void DrawText(const void *textBuf, int16_t firstByte, int16_t byteCount);
+
+// DrawText of the length-prefixed `s`.
 void DrawString(ConstStr255Param s);
 
 } // namespace platform

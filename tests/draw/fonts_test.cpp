@@ -76,11 +76,11 @@ TEST_F(DrawTest, MetricsAndTheUnitsOfFormattedText) {
         EXPECT_EQ(draw::LineHeight(port), height + leading) << size;
         int32_t x = 0, h = -1;
         GetTextExtent_0(port, "X", 1, &x, &h);
-        EXPECT_EQ(draw::UnitWidth(port), x < 8 ? 8 : x) << size;
+        EXPECT_EQ(draw::UnitWidth(platform::CharWidths()), x < 8 ? 8 : x) << size;
         EXPECT_EQ(h, 0);
     }
-    EXPECT_GT(draw::UnitWidth(port), 20); // 48 points: wider than the floor
+    EXPECT_GT(draw::UnitWidth(platform::CharWidths()), 20); // 48 points: wider than the floor
     smallFont();
-    EXPECT_EQ(draw::UnitWidth(port), 8);
+    EXPECT_EQ(draw::UnitWidth(platform::CharWidths()), 8);
     EXPECT_EQ(ch_font_metrics(port, nullptr, nullptr, nullptr), 0);
 }

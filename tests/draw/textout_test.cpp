@@ -208,7 +208,7 @@ TEST_F(DrawTest, PrintstrCentresTextWithoutTabsAndChoosesArial) {
     EXPECT_EQ(texts[0].colour.blue, 0x8000);
     EXPECT_EQ(end, texts[0].x1 + w);
     EXPECT_EQ(ch_font_printstr(port, 20, 60, 200, 0, 15, 14, "a\xFF\x80\x30z"),
-              8 * draw::UnitWidth(port) + Width(port, "z"));
+              8 * draw::UnitWidth(platform::CharWidths()) + Width(port, "z"));
     EXPECT_EQ(ops(vitrail_op_text)[1].x1, 20); // a tab: not centred
     EXPECT_EQ(port->txMode, 0);
     EXPECT_EQ(ch_font_printstr(port, 5, 0, 0, 0, 255, 12, nullptr), 5);
