@@ -53,8 +53,8 @@ VITRAIL_API int32_t BMP_affic_dimfond0(const char *pictureName, int32_t *width, 
     Lookup found = LoadPicture(pictureName, &picture);
     if (found != Lookup::Found) return found == Lookup::TooLong ? 0 : 1;
     Rect frame = FrameOf(picture);
-    if (width) *width = frame.right - frame.left;
-    if (height) *height = frame.bottom - frame.top;
+    if (width) *width = uint16_t(frame.right - frame.left);
+    if (height) *height = uint16_t(frame.bottom - frame.top);
     platform::ReleaseResource(picture);
     return 0;
 }

@@ -10,9 +10,14 @@
 namespace platform {
 namespace {
 
+// The frame as 16-bit edges. The offset comes from the file and may lie
+// anywhere in 32 bits: the edges wrap as coordinates do, and right - left
+// taken as 16-bit still gives the width.
 Rect FrameOf(const RgbaImage &image) {
-    return Rect{int16_t(image.originY), int16_t(image.originX),
-                int16_t(image.originY + image.height), int16_t(image.originX + image.width)};
+    auto edge = [](int64_t v) { return int16_t(uint16_t(uint64_t(v))); };
+    return Rect{edge(image.originY), edge(image.originX),
+                edge(int64_t(image.originY) + image.height),
+                edge(int64_t(image.originX) + image.width)};
 }
 
 // Copies `image` into `dst` of the port, each destination pixel taking the

@@ -18,7 +18,9 @@ struct PictInfo {
 constexpr OSErr kPictInfoIDErr = -11000; // not a picture
 
 // Fills info->sourceRect with the picture's frame; the other arguments are
-// accepted and ignored. kPictInfoIDErr when the resource is not a PNG.
+// accepted and ignored. kPictInfoIDErr when the resource is not a PNG. An
+// offset beyond 16 bits wraps the edges: right - left, taken as 16-bit,
+// is still the width.
 OSErr GetPictInfo(PicHandle picture, PictInfo *info, int16_t verb, int16_t colorsRequested,
                   int16_t colorPickMethod, int16_t version);
 

@@ -24,6 +24,11 @@ inline Box BoxOf(const vitrail_trace_op &op) {
     return {op.x1, op.y1, op.x2, op.y2};
 }
 
+inline int32_t Out(GrafPtr port, int32_t x, int32_t y, int32_t xo, int32_t yo,
+                   const std::string &t) {
+    return TextOut_Ext(port, x, y, xo, yo, t.data(), int32_t(t.size()));
+}
+
 struct Probe {
     int32_t x, y;
     uint32_t rgba;

@@ -99,3 +99,21 @@ TEST_F(DrawTest, PicturesAreDrawnAtNaturalSizeAndMeasured) {
     EXPECT_EQ(w, -1);
     EXPECT_EQ(ops(vitrail_op_picture).size(), 1u);
 }
+
+TEST_F(DrawTest, PicturesKeepTheirSizeWhateverTheFrameOffsetInTheFile) {
+    // Near 2^31 the frame's sums overflowed; near 2^15 its 16-bit edges wrapped.
+    vitrail_test::TempResources res;
+    smallFont();
+    for (int32_t origin : {0, 5, 32757, -32790, INT32_MAX - 10, INT32_MIN}) {
+        ASSERT_TRUE(res.picture("repferb", 40, 20, 0x00C000, origin, origin));
+        int32_t w = -1, h = -1;
+        EXPECT_EQ(BMP_affic_dimfond0("repferb", &w, &h), 0);
+        EXPECT_EQ(w * 100 + h, 4020) << origin;
+        vitrail_port_trace_clear(port);
+        EXPECT_EQ(BMP_affic_desfond0("repferb", port, 100, 50), 0);
+        EXPECT_EQ(Out(port, 200, 49, 0, 0, "\xFF\x94"), 16); // the same picture at (200, 50)
+        EXPECT_EQ(boxes(vitrail_op_picture),
+                  (std::vector<Box>{{100, 50, 140, 70}, {200, 50, 240, 70}}))
+            << origin;
+    }
+}

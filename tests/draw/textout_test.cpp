@@ -12,10 +12,6 @@ using namespace vitrail_test;
 
 namespace {
 
-int32_t Out(GrafPtr port, int32_t x, int32_t y, int32_t xo, int32_t yo, const std::string &t) {
-    return TextOut_Ext(port, x, y, xo, yo, t.data(), int32_t(t.size()));
-}
-
 int32_t Width(GrafPtr port, const std::string &t) {
     return GetTextExtent_0(port, t.data(), int32_t(t.size()), nullptr, nullptr);
 }
