@@ -4,12 +4,12 @@
  * it as a PNG: a centred title, columns set by tabs, right-aligned amounts,
  * pictures and squares at the start of the lines, a frame around the table
  * and a coloured legend. The two pictures it uses are drawn first, written
- * into a temporary resources folder, and removed at the end. */
+ * into a temporary resources folder, and removed at the end. The formatted
+ * lines are built with the command constants and writers of vitrail/draw.h. */
 #define _POSIX_C_SOURCE 200809L
 
 #include <stdio.h>
 #include <stdlib.h>
-#include <string.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -18,30 +18,42 @@
 
 enum { WIDTH = 424, HEIGHT = 270, X0 = 20, Y0 = 76 };
 
-/* Table rows, Windows character set. 0xFF 0x80 c: tab to column (c-32)U/2;
- * 0xFF 0x83: the next piece ends at the current column. */
-static const char *const rows[] = {
-    "\xFF\x94\xFF\x80\x27"
-    "Amoxicilline 1 g\xFF\x80\x52"
-    "matin et soir"
-    "\xFF\x80\x7C\xFF\x83"
-    "4,20",
-    "\xFF\x94\xFF\x80\x27"
-    "Parac\xE9tamol 500 mg\xFF\x80\x52"
-    "3 fois par jour"
-    "\xFF\x80\x7C\xFF\x83"
-    "2,18",
-    "\xFF\x8A\xFF\x80\x27"
-    "Vitamine D 100 000 UI\xFF\x80\x52"
-    "1 ampoule"
-    "\xFF\x80\x7C\xFF\x83"
-    "12,50",
-    "\xFF\xA8\xFF\x80\x27"
-    "S\xE9rum physiologique\xFF\x80\x52"
-    "2 fois par jour"
-    "\xFF\x80\x7C\xFF\x83"
-    "3,05",
+/* Table columns in half units of U (the width of "X"): the name, the
+ * dosage, and the right edge of the price. */
+enum { COL_NAME = 7, COL_DOSE = 50, COL_PRICE = 92 };
+
+/* Table rows, Windows character set: the command that starts the row (a
+ * picture, a red square or a bullet), then the columns. */
+static const struct {
+    int lead;
+    const char *name, *dose, *price;
+} rows[] = {
+    {VITRAIL_TX_PICTURE(0), "Amoxicilline 1 g", "matin et soir", "4,20"},
+    {VITRAIL_TX_PICTURE(0), "Parac\xE9tamol 500 mg", "3 fois par jour", "2,18"},
+    {VITRAIL_TX_SQUARE, "Vitamine D 100 000 UI", "1 ampoule", "12,50"},
+    {VITRAIL_TX_BULLET, "S\xE9rum physiologique", "2 fois par jour", "3,05"},
 };
+
+/* Formats one table line into buf (at least 128 bytes) and returns its
+ * length: the lead command (none when 0), the name (none when null) and the
+ * dosage at their columns, the price right-aligned to its column. */
+static int32_t table_line(char *buf, int lead, const char *name, const char *dose,
+                          const char *price) {
+    int32_t n = 0;
+    if (lead) {
+        buf[n++] = (char)VITRAIL_TX_ESC;
+        buf[n++] = (char)lead;
+    }
+    if (name) {
+        n += VITRAIL_TX_TAB_TO(buf + n, COL_NAME);
+        n += sprintf(buf + n, "%.40s", name);
+    }
+    n += VITRAIL_TX_TAB_TO(buf + n, COL_DOSE);
+    n += sprintf(buf + n, "%.30s", dose);
+    n += VITRAIL_TX_TAB_TO(buf + n, COL_PRICE);
+    n += sprintf(buf + n, VITRAIL_TXS_ALIGN_RIGHT "%.10s", price);
+    return n;
+}
 
 /* Draws a picture into its own port and writes it as <folder>/PICT/<name>.png. */
 static int make_picture(const char *folder, const char *name, int kind) {
@@ -62,13 +74,13 @@ static int make_picture(const char *folder, const char *name, int kind) {
     return ok;
 }
 
-static int32_t text_out(GrafPtr port, int32_t x, int32_t y, const char *text) {
-    return TextOut_Ext(port, x, y, X0, Y0, text, (int32_t)strlen(text));
+static int32_t text_out(GrafPtr port, int32_t x, int32_t y, const char *text, int32_t length) {
+    return TextOut_Ext(port, x, y, X0, Y0, text, length);
 }
 
 static void draw_sample(GrafPtr port) {
-    int32_t i, height = 0, widMax = 0, leading = 0, lineHeight, step, bottom;
-    char frame[] = "\xFF\xC8\x20\x20\xFF\xD5\x80\x20";
+    int32_t i, n, height = 0, widMax = 0, leading = 0, lineHeight, step, bottom, quarters;
+    char line[128];
 
     /* The text routines draw in the current port. */
     vitrail_port_set_current(port);
@@ -88,23 +100,27 @@ static void draw_sample(GrafPtr port) {
 
     /* The frame: pen point at the origin, opposite corner 48U to the right
      * and `bottom` pixels down, in quarter lines. */
-    frame[7] = (char)(32 + (bottom * 4 + lineHeight - 1) / lineHeight);
-    text_out(port, 0, 0, frame);
+    quarters = (bottom * 4 + lineHeight - 1) / lineHeight;
+    n = VITRAIL_TX_PEN_AT(line, 0, 0);
+    n += VITRAIL_TX_FRAME_TO(line + n, 96, quarters);
+    text_out(port, 0, 0, line, n);
 
     /* Columns scale with the width of "X": the header keeps the plain font
      * (underlined, in blue) so that its columns match the rows. */
     ch_font_set_ext(port, "Geneva", 4, 255, 12, 2);
-    text_out(port, 8, 8,
-             "\xFF\x80\x27M\xE9"
-             "dicament\xFF\x80\x52Posologie\xFF\x80\x7C\xFF\x83Prix");
+    text_out(port, 8, 8, line,
+             table_line(line, 0,
+                        "M\xE9"
+                        "dicament",
+                        "Posologie", "Prix"));
     ch_font_set(port, "Geneva", 0, 255, 12);
-    for (i = 0; i < 4; ++i) text_out(port, 8, 8 + (i + 1) * step, rows[i]);
+    for (i = 0; i < 4; ++i)
+        text_out(port, 8, 8 + (i + 1) * step, line,
+                 table_line(line, rows[i].lead, rows[i].name, rows[i].dose, rows[i].price));
     Line_Ex(port, X0 + 8, (int16_t)(Y0 + 5 * step + 4), X0 + 376, (int16_t)(Y0 + 5 * step + 4), 7,
             1);
     ch_font_set(port, "Geneva", 0, 14, 12);
-    text_out(port, 8, 8 + 5 * step,
-             "\xFF\x80\x52Total\xFF\x80\x7C\xFF\x83"
-             "21,93");
+    text_out(port, 8, 8 + 5 * step, line, table_line(line, 0, NULL, "Total", "21,93"));
 
     Rectangle_Ex(port, X0, 240, 14, 14, 10);
     ch_font_set(port, "Geneva", 0, 255, 11);
