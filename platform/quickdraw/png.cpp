@@ -1,8 +1,11 @@
 // PNG reading and writing through libpng.
 //
-//   Chunk   Bytes used               Meaning here
-//   IHDR    width, height (32-bit)   the picture's size
-//   oFFs    x, y (32-bit), unit 0    the top-left corner of its frame
+//   Chunk   Bytes used                       Meaning here
+//   IHDR    width, height (32-bit), depth,   the picture's size; the bytes its
+//           colour type                      pixels need once inflated
+//   oFFs    x, y (32-bit), unit 0            the top-left corner of its frame
+//   IDAT    length                           compressed pixels: at most 1032
+//                                            bytes come out of each byte in
 #include "platform/quickdraw/png.h"
 
 #include <csetjmp>
@@ -15,6 +18,7 @@ namespace platform {
 namespace {
 
 constexpr uint32_t kMaxSide = 16384;
+constexpr uint64_t kMaxInflation = 1032; // deflate's best ratio
 constexpr uint8_t kSignature[8] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
 
 uint32_t Be32(const uint8_t *p) {
@@ -45,6 +49,34 @@ bool WriteRows(FILE *file, const RgbaImage &image, png_bytep *rows) {
     return true;
 }
 
+// Calls fn(type, data, length) for each whole chunk after the signature
+// until fn returns false or the bytes end.
+template <class Fn>
+void ForEachChunk(const std::vector<uint8_t> &bytes, Fn fn) {
+    for (size_t at = 8; bytes.size() >= at && bytes.size() - at >= 12;) {
+        uint32_t length = Be32(&bytes[at]);
+        if (length > bytes.size() - at - 12) return;
+        if (!fn(&bytes[at + 4], &bytes[at + 8], length)) return;
+        at += 12 + size_t(length);
+    }
+}
+
+// Whether the IDAT chunks are long enough to inflate to the pixels IHDR
+// announces (rows of filter byte and samples), so that a few bytes cannot
+// make the decoder allocate a huge image.
+bool PixelsFit(const std::vector<uint8_t> &bytes, const RgbaImage &frame) {
+    static const uint8_t kChannels[7] = {1, 0, 3, 1, 2, 0, 4}; // by colour type
+    uint64_t depth = bytes[24], type = bytes[25];
+    uint64_t channels = type < 7 ? kChannels[type] : 0;
+    uint64_t row = 1 + (uint64_t(frame.width) * channels * depth + 7) / 8;
+    uint64_t compressed = 0;
+    ForEachChunk(bytes, [&](const uint8_t *t, const uint8_t *, uint32_t length) {
+        if (std::memcmp(t, "IDAT", 4) == 0) compressed += length;
+        return true;
+    });
+    return compressed * kMaxInflation + 1024 >= row * uint64_t(frame.height);
+}
+
 } // namespace
 
 bool PngFrame(const std::vector<uint8_t> &bytes, RgbaImage &frame) {
@@ -55,22 +87,19 @@ bool PngFrame(const std::vector<uint8_t> &bytes, RgbaImage &frame) {
     frame.width = int32_t(w);
     frame.height = int32_t(h);
     frame.originX = frame.originY = 0;
-    for (size_t at = 8; bytes.size() - at >= 12;) {
-        uint32_t length = Be32(&bytes[at]);
-        if (length > bytes.size() - at - 12) break;
-        const uint8_t *type = &bytes[at + 4];
-        if (std::memcmp(type, "IDAT", 4) == 0) break;
-        if (std::memcmp(type, "oFFs", 4) == 0 && length == 9 && bytes[at + 16] == 0) {
-            frame.originX = int32_t(Be32(&bytes[at + 8]));
-            frame.originY = int32_t(Be32(&bytes[at + 12]));
+    ForEachChunk(bytes, [&](const uint8_t *type, const uint8_t *data, uint32_t length) {
+        if (std::memcmp(type, "IDAT", 4) == 0) return false;
+        if (std::memcmp(type, "oFFs", 4) == 0 && length == 9 && data[8] == 0) {
+            frame.originX = int32_t(Be32(data));
+            frame.originY = int32_t(Be32(data + 4));
         }
-        at += 12 + size_t(length);
-    }
+        return true;
+    });
     return true;
 }
 
 bool PngDecode(const std::vector<uint8_t> &bytes, RgbaImage &image) {
-    if (!PngFrame(bytes, image)) return false;
+    if (!PngFrame(bytes, image) || !PixelsFit(bytes, image)) return false;
     png_image reader;
     std::memset(&reader, 0, sizeof reader);
     reader.version = PNG_IMAGE_VERSION;

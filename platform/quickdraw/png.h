@@ -22,7 +22,8 @@ struct RgbaImage {
 bool PngFrame(const std::vector<uint8_t> &bytes, RgbaImage &frame);
 
 // Decodes PNG `bytes` into `image` (any colour type becomes RGBA). False
-// when they do not decode.
+// when they do not decode, or when their compressed data is too short to
+// hold the pixels the header announces (checked before any allocation).
 bool PngDecode(const std::vector<uint8_t> &bytes, RgbaImage &image);
 
 // Writes `image` as an RGBA PNG (with an oFFs chunk when its origin is not
