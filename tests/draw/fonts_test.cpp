@@ -1,11 +1,10 @@
 // Font, style and colour choice, char_dy, metrics, and the units U and L.
 #include <cstring>
 #include <string>
+#include <tuple>
+#include <vector>
 
-#include "draw/commands.h"
 #include "draw_fixture.h"
-#include "platform/quickdraw/fonts.h"
-#include "platform/quickdraw/text.h"
 
 using namespace vitrail_test;
 
@@ -20,31 +19,24 @@ platform::FontInfo Info() {
 } // namespace
 
 TEST_F(DrawTest, FontSetChoosesFontFaceSizeColoursAndMode) {
-    struct Row {
-        const char *name;
-        int32_t fg, bg;
-        int16_t size;
-        int32_t style;
-        int16_t font, face, mode;
-        uint16_t bgRed;
-    } rows[] = {
-        {"Geneva", 9, 15, 13, 6, 3, 6, 0, 0xFFFF},        // underline + italic
-        {"Helvetica", 0, 255, 10, 3, 21, 5, 1, 0xFFFF},   // bold + underline
-        {"Monaco", 1, 4, 12, 24, 4, 96, 0, 0},            // condense + extend
-        {"Times", 1, 7, 12, 64 + 1, 20, 1, 0, 0x8000},    // other bits ignored
-        {"No Such Font", 2, 255, 30, 1, 20, 1, 1, 0x8000} // font, face, size kept
-    };
-    for (const Row &r : rows) {
-        EXPECT_EQ(ch_font_set_ext(port, r.name, r.fg, r.bg, r.size, r.style), 0);
-        EXPECT_STREQ(ch_font_FontName, r.name);
-        EXPECT_EQ(port->txFont, r.font) << r.name;
-        EXPECT_EQ(port->txFace, r.face) << r.name;
-        EXPECT_EQ(port->txMode, r.mode) << r.name;
-        EXPECT_EQ(port->bgColour.red, r.bgRed) << r.name;
-        EXPECT_EQ(port->fgColour.red, vga_col(r.fg).red) << r.name;
-        EXPECT_EQ(char_dy, Info().ascent + 1) << r.name;
+    // name, fg, bg, size, style -> font, face, size, mode, background red
+    using Row = std::tuple<const char *, int32_t, int32_t, int16_t, int32_t, std::vector<int>>;
+    for (auto [name, fg, bg, size, style, expected] : {
+             Row{"Geneva", 9, 15, 13, 6, {3, 6, 13, 0, 0xFFFF}},        // underline + italic
+             Row{"Helvetica", 0, 255, 10, 3, {21, 5, 10, 1, 0xFFFF}},   // bold + underline
+             Row{"Monaco", 1, 4, 12, 24, {4, 96, 12, 0, 0}},            // condense + extend
+             Row{"Times", 1, 7, 12, 64 + 1, {20, 1, 12, 0, 0x8000}},    // other bits ignored
+             Row{"No Such Font", 2, 255, 30, 1, {20, 1, 12, 1, 0x8000}} // font, face, size kept
+         }) {
+        EXPECT_EQ(ch_font_set_ext(port, name, fg, bg, size, style), 0);
+        EXPECT_STREQ(ch_font_FontName, name);
+        EXPECT_EQ((std::vector<int>{port->txFont, port->txFace, port->txSize, port->txMode,
+                                    port->bgColour.red}),
+                  expected)
+            << name;
+        EXPECT_EQ(port->fgColour.red, vga_col(fg).red) << name;
+        EXPECT_EQ(char_dy, Info().ascent + 1) << name;
     }
-    EXPECT_EQ(port->txSize, 12); // the unknown font left the size too
 }
 
 TEST_F(DrawTest, EmptyOrLongNamesOnlyTouchTheRecordedName) {
@@ -53,13 +45,11 @@ TEST_F(DrawTest, EmptyOrLongNamesOnlyTouchTheRecordedName) {
     ch_font_set_ext(port, "", 0, 255, 8, 1);
     EXPECT_STREQ(ch_font_FontName, "");
     EXPECT_EQ(char_dy, dy);
-    EXPECT_EQ(port->txSize, 20);
-    EXPECT_EQ(port->txMode, 0);
+    EXPECT_EQ(port->txSize * 10 + port->txMode, 200);
     EXPECT_EQ(port->fgColour.red, vga_col(9).red);
     ch_font_set(port, nullptr, 0, 255, 8);
     EXPECT_STREQ(ch_font_FontName, "");
-    std::string name(100, 'n');
-    ch_font_set(port, name.c_str(), 0, 255, 12);
+    ch_font_set(port, std::string(100, 'n').c_str(), 0, 255, 12);
     EXPECT_EQ(std::strlen(ch_font_FontName), sizeof ch_font_FontName - 1);
     EXPECT_EQ(port->txFont, 1025); // unknown: Arial kept
 }
@@ -70,17 +60,18 @@ TEST_F(DrawTest, MetricsAndTheUnitsOfFormattedText) {
         platform::FontInfo fi = Info();
         int32_t height = -1, widMax = -1, leading = -1;
         EXPECT_EQ(ch_font_metrics(nullptr, &height, &widMax, &leading), 0);
-        EXPECT_EQ(height, fi.ascent + fi.descent) << size;
-        EXPECT_EQ(widMax, fi.widMax) << size;
-        EXPECT_EQ(leading, fi.leading) << size;
+        EXPECT_EQ((std::vector<int>{height, widMax, leading}),
+                  (std::vector<int>{fi.ascent + fi.descent, fi.widMax, fi.leading}))
+            << size;
         EXPECT_EQ(draw::LineHeight(port), height + leading) << size;
-        int32_t x = 0, h = -1;
-        GetTextExtent_0(port, "X", 1, &x, &h);
-        EXPECT_EQ(draw::UnitWidth(platform::CharWidths()), x < 8 ? 8 : x) << size;
-        EXPECT_EQ(h, 0);
+        EXPECT_EQ(Unit(), std::max(Width("X"), 8)) << size;
     }
-    EXPECT_GT(draw::UnitWidth(platform::CharWidths()), 20); // 48 points: wider than the floor
+    EXPECT_GT(Unit(), 20); // 48 points: wider than the floor
     smallFont();
-    EXPECT_EQ(draw::UnitWidth(platform::CharWidths()), 8);
+    EXPECT_EQ(Unit(), 8);
     EXPECT_EQ(ch_font_metrics(port, nullptr, nullptr, nullptr), 0);
+    platform::SetPort(nullptr);
+    int32_t height = -1;
+    ch_font_metrics(port, &height, nullptr, nullptr);
+    EXPECT_EQ(height, 0); // no current port
 }

@@ -1,5 +1,6 @@
 // Ports, pens, rectangles, text and pictures of the drawing stand-in,
-// checked through pixels and the operation trace.
+// checked through pixels, the operation trace and, for glyphs, FreeType's
+// own rendering.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -7,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <vitrail/platform.h>
@@ -18,6 +20,7 @@
 #include "platform/quickdraw/port.h"
 #include "platform/quickdraw/shapes.h"
 #include "platform/quickdraw/text.h"
+#include "platform/toolbox/mac_roman.h"
 #include "support/temp_resources.h"
 
 using namespace platform;
@@ -58,145 +61,170 @@ std::vector<uint8_t> Pascal(std::string_view s) {
 
 } // namespace
 
-TEST(Port, SizesOutOfRangeAreRefusedAndDisposedPortsAreLeft) {
-    struct Row {
-        int32_t w, h;
-        bool made;
-    } rows[] = {{1, 1, true}, {8192, 1, true}, {0, 5, false}, {5, -1, false}, {8193, 2, false}};
-    for (const Row &r : rows) {
-        GrafPtr p = vitrail_port_new(r.w, r.h);
-        EXPECT_EQ(p != nullptr, r.made) << r.w << "x" << r.h;
-        if (p) {
-            EXPECT_EQ(vitrail_port_pixel(p, r.w - 1, r.h - 1), kWhite);
-            EXPECT_EQ(vitrail_port_pixel(p, r.w, 0), 0u);
-        }
+TEST(Port, SizesOutOfRangeAreRefusedAndADisposedCurrentPortIsLeft) {
+    for (auto [w, h, made] : {std::tuple{1, 1, true},
+                              {8192, 1, true},
+                              {0, 5, false},
+                              {5, -1, false},
+                              {8193, 2, false}}) {
+        GrafPtr p = vitrail_port_new(w, h);
+        EXPECT_EQ(p != nullptr, made) << w << "x" << h;
+        EXPECT_EQ(vitrail_port_pixel(p, w - 1, h - 1), made ? kWhite : 0);
+        EXPECT_EQ(vitrail_port_pixel(p, w, 0), 0u);
         vitrail_port_dispose(p);
     }
-    EXPECT_EQ(vitrail_port_pixel(nullptr, 0, 0), 0u);
-    EXPECT_EQ(vitrail_port_trace_count(nullptr), 0);
     vitrail_trace_op op;
-    EXPECT_EQ(vitrail_port_trace_get(nullptr, 0, &op), -1);
+    EXPECT_EQ(vitrail_port_trace_count(nullptr) + vitrail_port_trace_get(nullptr, 0, &op), -1);
 
     // Disposing the current port leaves none, and drawing is then ignored.
     GrafPtr p = vitrail_port_new(10, 10);
     SetPort(p);
     vitrail_port_dispose(p);
-    GrafPtr now = reinterpret_cast<GrafPtr>(1);
-    GetPort(&now);
-    EXPECT_EQ(now, nullptr);
+    EXPECT_EQ(CurrentPort(), nullptr);
     Rect r{0, 0, 5, 5};
     PaintRect(&r);
     LineTo(4, 4);
     DrawString(Pascal("x").data());
     FontInfo fi{1, 1, 1, 1};
     GetFontInfo(&fi);
-    EXPECT_EQ(fi.ascent + fi.descent + fi.widMax + fi.leading, 0);
+    EXPECT_EQ(fi.ascent + fi.descent + fi.widMax + fi.leading + StringWidth(Pascal("x").data()), 0);
+    EXPECT_EQ(CharWidths(), nullptr);
 }
 
-TEST(Shapes, ThickFramesStayInsideTheOffsetRect) {
-    ScopedPort s;
-    PenSize(3, 2);
-    Rect r{0, 0, 10, 10};
-    OffsetRect(&r, 5, 7);
-    FrameRect(&r);
-    // Left edge 3 wide, top 2 high; right from 15 - 3, bottom from 17 - 2.
-    const Probe probes[] = {{7, 12, kBlack},  {8, 12, kWhite},  {10, 8, kBlack}, {10, 9, kWhite},
-                            {12, 12, kBlack}, {10, 15, kBlack}, {4, 12, kWhite}, {10, 17, kWhite}};
-    s.expectPixels(probes);
-}
-
-TEST(Pen, LinesCoverThePenBelowAndRightOfEachPointInsideThePort) {
+TEST(Pen, LinesAndFramesCoverThePenBelowAndRightInsideThePort) {
     ScopedPort s;
     PenSize(2, 2);
     MoveTo(16, 30);
     LineTo(40, 30);
     MoveTo(100, 10);
     LineTo(100, 20);
-    for (int x = 16; x <= 41; ++x) {
-        EXPECT_EQ(s.at(x, 30), kBlack) << x;
-        EXPECT_EQ(s.at(x, 31), kBlack) << x;
-    }
-    const Probe probes[] = {{15, 30, kWhite}, {42, 30, kWhite},  {20, 29, kWhite},
-                            {20, 32, kWhite}, {101, 21, kBlack}, {102, 15, kWhite},
-                            {100, 22, kWhite}};
-    s.expectPixels(probes);
     EXPECT_EQ(s.op(0).pen_width, 2);
-    EXPECT_EQ(CurrentPort()->pnLoc.h, 100);
-    EXPECT_EQ(CurrentPort()->pnLoc.v, 20);
-
-    // Diagonals, and huge pens that must stay inside the port.
+    EXPECT_EQ(CurrentPort()->pnLoc.h * 1000 + CurrentPort()->pnLoc.v, 100020);
     PenSize(1, 1);
     MoveTo(0, 0);
     LineTo(9, 9);
-    for (int i = 0; i <= 9; ++i) EXPECT_EQ(s.at(i, i), kBlack) << i;
-    EXPECT_EQ(s.at(1, 0), kWhite);
-    PenSize(32767, 32767);
-    MoveTo(-32768, -32768);
-    LineTo(32767, 32767);
-    EXPECT_EQ(s.at(199, 99), kBlack);
-    PenSize(0, 4);
-    MoveTo(0, 40);
+    PenSize(3, 2);
+    Rect r{0, 0, 10, 10};
+    OffsetRect(&r, 150, 7); // frame: left edge 3 wide, top 2 high, inside 150..160, 7..17
+    FrameRect(&r);
     RGBColor red{0xFFFF, 0, 0};
     RGBForeColor(&red);
-    LineTo(10, 40);
-    EXPECT_EQ(s.at(5, 40), kBlack); // a zero-wide pen draws nothing
+    PenSize(0, 4);
+    MoveTo(0, 40);
+    LineTo(10, 40); // a zero-wide pen draws nothing
+    const Probe probes[] = {
+        {16, 30, kBlack},  {41, 31, kBlack},  {28, 31, kBlack},  {15, 30, kWhite},
+        {42, 30, kWhite},  {20, 29, kWhite},  {20, 32, kWhite},  {101, 21, kBlack},
+        {102, 15, kWhite}, {100, 22, kWhite}, {5, 5, kBlack},    {9, 9, kBlack},
+        {1, 0, kWhite},    {152, 12, kBlack}, {153, 12, kWhite}, {155, 8, kBlack},
+        {155, 9, kWhite},  {157, 12, kBlack}, {155, 15, kBlack}, {149, 12, kWhite},
+        {155, 17, kWhite}, {5, 40, kWhite}};
+    s.expectPixels(probes);
+    PenSize(32767, 32767); // a huge pen stays inside the port
+    MoveTo(-32768, -32768);
+    LineTo(32767, 32767);
+    EXPECT_EQ(s.at(199, 99), 0xFF0000FF);
 }
 
 TEST(Colours, ClassicNumbersAndUnknownOnes) {
     ScopedPort s;
-    Port *p = CurrentPort();
-    struct Row {
-        int32_t number;
-        RGBColor expected;
-    } rows[] = {{205, {0xFFFF, 0, 0}},
-                {33, {0, 0, 0}},
-                {30, {0xFFFF, 0xFFFF, 0xFFFF}},
-                {999, {0xFFFF, 0xFFFF, 0xFFFF}},
-                {409, {0, 0, 0xFFFF}}};
-    for (const Row &r : rows) {
-        ForeColor(r.number);
-        EXPECT_EQ(p->fgColour.red, r.expected.red) << r.number;
-        EXPECT_EQ(p->fgColour.blue, r.expected.blue) << r.number;
+    for (auto [number, red, blue] : {std::tuple{205, 0xFFFF, 0},
+                                     {33, 0, 0},
+                                     {30, 0xFFFF, 0xFFFF},
+                                     {999, 0xFFFF, 0xFFFF},
+                                     {409, 0, 0xFFFF}}) {
+        ForeColor(number);
+        EXPECT_EQ(s.port->fgColour.red * 0x10000 + s.port->fgColour.blue, red * 0x10000 + blue)
+            << number;
     }
 }
 
-TEST(Fonts, TableNamesAndUnknownNames) {
-    struct Row {
-        const char *name;
-        bool found;
-    } rows[] = {{"Lucida Grande", true}, {"Geneva", true},         {"arial", true},
-                {"Helvetica", true},     {"Times", true},          {"Courier", true},
-                {"Monaco", true},        {"DejaVu Sans", true},    {"", false},
-                {"Wingdings 9", false},  {"Lucida Grandee", false}};
-    for (const Row &r : rows) {
-        int16_t n = -1;
-        GetFNum(Pascal(r.name).data(), &n);
-        EXPECT_EQ(n != 0, r.found) << r.name;
-    }
-    int16_t n = -1;
-    GetFNum(nullptr, &n);
-    EXPECT_EQ(n, 0);
-    EXPECT_EQ(FontNumber("GENEVA"), 3);
-}
-
-TEST(Text, MetricsGrowWithSizeAndEveryTableFontLoads) {
+TEST(Fonts, TableNamesMetricsAndUnknownNames) {
     ScopedPort s;
-    for (const char *name : {"Lucida Grande", "Arial", "Times", "Courier", "Monaco"}) {
-        TextFont(FontNumber(name));
+    for (auto [name, found] : {std::pair{"Lucida Grande", true},
+                               {"Geneva", true},
+                               {"arial", true},
+                               {"Helvetica", true},
+                               {"Times", true},
+                               {"Courier", true},
+                               {"Monaco", true},
+                               {"DejaVu Sans", true},
+                               {"", false},
+                               {"Wingdings 9", false},
+                               {"Lucida Grandee", false}}) {
+        int16_t n = -1;
+        GetFNum(Pascal(name).data(), &n);
+        EXPECT_EQ(n != 0, found) << name;
+        if (!n) continue;
         FontInfo small, large;
+        TextFont(n);
         TextSize(10);
         GetFontInfo(&small);
         TextSize(40);
         GetFontInfo(&large);
-        EXPECT_GT(small.ascent, 5) << name;
-        EXPECT_GT(small.descent, 0) << name;
-        EXPECT_GE(small.leading, 0) << name;
-        EXPECT_GT(large.ascent, 3 * small.ascent) << name;
-        EXPECT_GT(large.widMax, small.widMax) << name;
+        EXPECT_TRUE(small.ascent > 5 && small.descent > 0 && small.leading >= 0) << name;
+        EXPECT_TRUE(large.ascent > 3 * small.ascent && large.widMax > small.widMax) << name;
     }
+    int16_t n = -1;
+    GetFNum(nullptr, &n);
+    EXPECT_EQ(n * 100 + FontNumber("GENEVA"), 3);
 }
 
-TEST(Text, DrawStringTracesDecodedTextMovesThePenAndFacesChangeWidths) {
+// DrawText's pixels are FreeType's own rendering of each glyph blended at
+// the pen (from the small-bitmap cache at 12 pixels, the image cache at 90),
+// over the glyph box filled in the background colour in copy mode, and its
+// advance the sum of the glyphs' rounded advances.
+TEST(Text, GlyphsAreFreeTypesRenderingAtEachAdvance) {
+    const std::string text = "Wj\x8E"
+                             "f@ %";
+    const RGBColor black{0, 0, 0}, cyan{0, 0xFFFF, 0xFFFF};
+    for (int16_t size : {12, 90})
+        for (int16_t face : {0, bold | italic | condense, extend | underline}) {
+            ScopedPort s(420, 130);
+            TextFont(1025);
+            TextFace(face);
+            TextSize(size);
+            TextMode(face & bold ? srcCopy : srcOr);
+            RGBBackColor(&cyan);
+            FontInfo fi;
+            GetFontInfo(&fi);
+            Port *model = NewPort(420, 130);
+            FT_Face ft = FaceFor(1025, face, size);
+            std::vector<int32_t> pens{10};
+            for (char c : text) {
+                ASSERT_EQ(FT_Load_Char(ft, MacRomanToUnicode(uint8_t(c)), FT_LOAD_DEFAULT), 0);
+                int32_t advance = int32_t((ft->glyph->advance.x + 32) >> 6);
+                advance += (face & extend ? 1 : 0) - (face & condense ? 1 : 0);
+                pens.push_back(pens.back() + std::max(advance, 0));
+            }
+            int16_t end = int16_t(pens.back());
+            if (face & bold)
+                FillPixels(*model,
+                           Rect{int16_t(100 - fi.ascent), 10, int16_t(100 + fi.descent), end},
+                           cyan);
+            for (size_t i = 0; i < text.size(); ++i) {
+                FT_Load_Char(ft, MacRomanToUnicode(uint8_t(text[i])), FT_LOAD_RENDER);
+                const FT_Bitmap &bm = ft->glyph->bitmap;
+                for (int32_t y = 0; y < int32_t(bm.rows); ++y)
+                    for (int32_t x = 0; x < int32_t(bm.width); ++x) {
+                        int16_t h = int16_t(pens[i] + ft->glyph->bitmap_left + x);
+                        int16_t v = int16_t(100 - ft->glyph->bitmap_top + y);
+                        if (uint8_t cover = bm.buffer[y * bm.pitch + x])
+                            FillPixels(*model, Rect{v, h, int16_t(v + 1), int16_t(h + 1)}, black,
+                                       cover);
+                    }
+            }
+            if (face & underline) FillPixels(*model, Rect{101, 10, 102, end}, black);
+            MoveTo(10, 100);
+            DrawText(text.data(), 0, int16_t(text.size()));
+            EXPECT_TRUE(s.port->pixels == model->pixels) << size << " " << face;
+            EXPECT_EQ(s.port->pnLoc.h, end);
+            EXPECT_EQ(10 + TextWidth(text.data(), 0, int16_t(text.size())), end);
+            DisposePort(model);
+        }
+}
+
+TEST(Text, StringsAreTracedAsUtf8AndStrikesAreRetiredAndMadeAgain) {
     ScopedPort s;
     TextFont(FontNumber("Arial"));
     TextSize(14);
@@ -204,59 +232,27 @@ TEST(Text, DrawStringTracesDecodedTextMovesThePenAndFacesChangeWidths) {
     auto text = Pascal("D\x8E"
                        "bit 1\xA1");
     int16_t width = StringWidth(text.data());
-    EXPECT_GT(width, 30);
     DrawString(text.data());
     vitrail_trace_op op = s.op(0);
     EXPECT_STREQ(op.text, "D\xC3\xA9"
                           "bit 1\xC2\xB0");
-    EXPECT_EQ(op.x1, 10);
-    EXPECT_EQ(op.y1, 40);
-    EXPECT_EQ(op.x2, 10 + width);
-    EXPECT_EQ(op.size, 14);
-    EXPECT_EQ(CurrentPort()->pnLoc.h, 10 + width);
-    int dark = 0;
-    for (int y = 25; y < 45; ++y)
-        for (int x = 10; x < 10 + width; ++x) dark += s.at(x, y) != kWhite;
-    EXPECT_GT(dark, 40);
-    for (int y = 0; y < 100; ++y) EXPECT_EQ(s.at(10 + width + 2, y), kWhite) << y;
-    // Condense and extend take one pixel per character; bold widens.
-    auto word = Pascal("Ordonnance");
-    int16_t plain = StringWidth(word.data());
-    TextFace(condense);
-    EXPECT_EQ(StringWidth(word.data()), plain - 10);
-    TextFace(extend);
-    EXPECT_EQ(StringWidth(word.data()), plain + 10);
-    TextFace(bold);
-    EXPECT_GT(StringWidth(word.data()), plain);
-    EXPECT_EQ(StringWidth(Pascal("").data()), 0);
+    EXPECT_EQ((std::vector<int>{op.x1, op.y1, op.x2, op.size}),
+              (std::vector<int>{10, 40, 10 + width, 14}));
+    EXPECT_EQ(StringWidth(Pascal("").data()) + TextWidth(nullptr, 0, 5) + TextWidth("ab", -1, 1),
+              0);
+    for (int16_t size = 1; size <= 70; ++size) { // more than the 64 strikes kept
+        TextSize(size);
+        EXPECT_GE(StringWidth(text.data()), 0);
+    }
+    TextSize(14);
+    EXPECT_EQ(StringWidth(text.data()), width);
+    EXPECT_EQ(CharWidths()['D'] + CharWidths()[0x8E], TextWidth("D\x8E", 0, 2));
 }
 
-TEST(Text, CopyModeFillsTheGlyphBoxAndUnderlineDrawsBelowTheBaseline) {
-    ScopedPort s;
-    TextSize(12);
-    RGBColor cyan{0, 0xFFFF, 0xFFFF};
-    RGBBackColor(&cyan);
-    TextMode(srcCopy);
-    TextFace(underline);
-    MoveTo(20, 50);
-    DrawString(Pascal("ii").data());
-    FontInfo fi;
-    GetFontInfo(&fi);
-    const Probe probes[] = {{20, int32_t(50 - fi.ascent), 0x00FFFFFF},
-                            {20, int32_t(50 + fi.descent - 1), 0x00FFFFFF},
-                            {20, int32_t(50 - fi.ascent - 1), kWhite},
-                            {21, 51, kBlack}};
-    s.expectPixels(probes);
-    TextMode(srcOr);
-    TextFace(0);
-    MoveTo(20, 80);
-    DrawString(Pascal("ii").data());
-    EXPECT_EQ(s.at(20, 80 - fi.ascent), kWhite);
-}
-
-TEST(Pictures, NamedPictureIsFoundDrawnAtItsFrameAndReleased) {
+TEST(Pictures, NamedPicturesAreFoundDrawnAtTheirFrameAndReleased) {
     vitrail_test::TempResources res;
     ASSERT_TRUE(res.picture("repferb", 40, 20, 0x00FF00, 5, 5));
+    std::filesystem::create_directories(res.root() / "PICT" / "sub");
     ScopedPort s;
     Handle h = GetNamedResource("PICT", Pascal("repferb").data());
     ASSERT_NE(h, nullptr);
@@ -265,34 +261,19 @@ TEST(Pictures, NamedPictureIsFoundDrawnAtItsFrameAndReleased) {
     const Rect &src = info.sourceRect;
     EXPECT_EQ((std::vector<int>{src.left, src.top, src.right, src.bottom}),
               (std::vector<int>{5, 5, 45, 25}));
-    Rect dst{50, 100, 70, 140};
+    Rect dst{50, 100, 70, 140}, clipped{-5, -20, 15, 20}; // the second partly outside the port
     DrawPicture(h, &dst);
-    Rect clipped{-5, -20, 15, 20}; // partly outside the port
     DrawPicture(h, &clipped);
     ReleaseResource(h);
     const Probe probes[] = {{0, 0, 0x00FF00FF}, {19, 14, 0x00FF00FF},  {20, 14, kWhite},
                             {19, 15, kWhite},   {100, 50, 0x00FF00FF}, {139, 69, 0x00FF00FF},
                             {140, 69, kWhite},  {139, 70, kWhite}};
     s.expectPixels(probes);
-    EXPECT_EQ(s.op(0).kind, vitrail_op_picture);
     EXPECT_STREQ(s.op(0).text, "repferb");
-}
 
-TEST(Pictures, MissingHostileAndBrokenResourcesAreNotFound) {
-    vitrail_test::TempResources res;
-    ASSERT_TRUE(res.picture("ok", 2, 2, 0));
-    std::filesystem::create_directories(res.root() / "PICT" / "sub");
-    std::FILE *f = std::fopen((res.root() / "PICT" / "broken.png").c_str(), "wb");
-    std::fputs("not a png", f);
-    std::fclose(f);
-    for (const char *name : {"", ".", "..", "../PICT/ok", "sub/../ok", "absent"})
+    for (const char *name : {"", ".", "..", "../PICT/repferb", "sub/../repferb", "absent"})
         EXPECT_EQ(GetNamedResource("PICT", Pascal(name).data()), nullptr) << name;
     EXPECT_EQ(GetNamedResource("PICT", nullptr), nullptr);
-    Handle broken = GetNamedResource("PICT", Pascal("broken").data());
-    ASSERT_NE(broken, nullptr);
-    PictInfo info{};
-    EXPECT_EQ(GetPictInfo(broken, &info, 0, 0, 0, 0), kPictInfoIDErr);
-    ReleaseResource(broken);
     ReleaseResource(nullptr);
 }
 
@@ -321,10 +302,8 @@ TEST(Png, PortIsWrittenAndReadsBack) {
     std::remove(path.c_str());
     RgbaImage image;
     ASSERT_TRUE(PngDecode(bytes, image));
-    EXPECT_EQ(image.width, 16);
-    EXPECT_EQ(image.height, 8);
-    EXPECT_EQ(image.pixels[(2 * 16 + 3) * 4], 0);
-    EXPECT_EQ(image.pixels[(2 * 16 + 5) * 4], 0xFF);
+    EXPECT_EQ(image.width * 100 + image.height, 1608);
+    EXPECT_EQ(image.pixels == s.port->pixels, true);
 }
 
 TEST(Trace, KeepsTheLatestOperationsAndClears) {
