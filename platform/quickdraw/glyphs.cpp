@@ -33,8 +33,7 @@ struct FaceSpec {
     int index;
 };
 
-class Strike {
-  public:
+struct Strike {
     FTC_ImageTypeRec type{}; // face, pixel size, load flags
     int16_t adjust = 0;      // -1 condense, +1 extend
     bool small = true;       // glyphs from the small-bitmap cache

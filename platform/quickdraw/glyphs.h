@@ -20,7 +20,7 @@ struct GlyphMask {
     int32_t left, top;
 };
 
-class Strike;
+struct Strike;
 
 // The strike of font `number` in the bold, italic, condense and extend of
 // `face`, at PixelSize(size); null when no font file can be loaded. Valid
