@@ -7,16 +7,15 @@
  *   ch_font_FontName   char[80]    ""       last name given to ch_font_set_ext
  *   char_dy            int16_t     0        ascent + 1 of the chosen font
  *
- * Character sets
- *   drawn and measured text    Windows-1252. ASCII and the letters ° à ç è é
- *   (TextOut_*, GetTextExtent_*,   ê ï are drawn as such; any other byte
- *   ch_font_printstr)              above 0x7F is drawn as the Mac OS Roman
- *                                  character of the same value (w2mstr).
- *   font names                 ASCII, compared without case with the font
- *                              table (docs/drawing.md); other bytes match none.
- *   picture names              Mac OS Roman, as the resource is named: the
- *                              file <resources>/PICT/<name>.png has the name
- *                              in UTF-8.
+ * Character sets:
+ *   - drawn and measured text (TextOut_*, GetTextExtent_*, ch_font_printstr):
+ *     Windows-1252. ASCII and the letters ° à ç è é ê ï are drawn as such;
+ *     any other byte above 0x7F is drawn as the Mac OS Roman character of
+ *     the same value (the conversion of w2mstr).
+ *   - font names (ch_font_set*): ASCII, compared without case with the font
+ *     table of docs/drawing.md; other bytes match no font.
+ *   - picture names (BMP_affic_*): Mac OS Roman, as resources are named; the
+ *     file <resources>/PICT/<name>.png carries the name in UTF-8.
  *
  * Coordinates are local pixels of the port, x to the right and y downwards,
  * used as 16-bit values (sums wrap at 16 bits). A rectangle covers

@@ -45,7 +45,7 @@ TEST_F(DrawTest, EmptyOrLongNamesOnlyTouchTheRecordedName) {
     ch_font_set_ext(port, "", 0, 255, 8, 1);
     EXPECT_STREQ(ch_font_FontName, "");
     EXPECT_EQ(char_dy, dy);
-    EXPECT_EQ(port->txSize * 10 + port->txMode, 200);
+    EXPECT_EQ(std::pair(int(port->txSize), int(port->txMode)), std::pair(20, 0));
     EXPECT_EQ(port->fgColour.red, vga_col(9).red);
     ch_font_set(port, nullptr, 0, 255, 8);
     EXPECT_STREQ(ch_font_FontName, "");

@@ -22,7 +22,7 @@ TEST_F(DrawTest, RunsAreDrawnBelowTheLineTopInMacRomanAndCutAbove255Bytes) {
     ch_font_set(port, "Arial", 0, 255, 12);
     int32_t w = TextOut_0(port, 10, 20, "\xE9t\xE9 40\xB0", 7), mw = -1, mh = -1;
     EXPECT_EQ(GetTextExtent_0(port, "\xE9t\xE9 40\xB0", 7, &mw, &mh), w);
-    EXPECT_EQ(mw * 1000 + mh, w * 1000);
+    EXPECT_EQ(std::pair(mw, mh), std::pair(w, 0));
     EXPECT_EQ(Out(port, 5, 7, 100, 30, "Amoxicilline"), Width("Amoxicilline"));
     EXPECT_EQ(TextOut_0(port, 0, 60, "ab\0cd", 5), Width("ab")); // a NUL ends the run
     EXPECT_EQ(Width(std::string("ab\0cd", 5)), Width("ab"));
@@ -31,7 +31,7 @@ TEST_F(DrawTest, RunsAreDrawnBelowTheLineTopInMacRomanAndCutAbove255Bytes) {
     EXPECT_STREQ(texts[0].text, "\xC3\xA9t\xC3\xA9 40\xC2\xB0");
     EXPECT_EQ((Box{texts[0].x1, texts[0].y1, texts[0].x2, texts[0].y2}),
               (Box{10, 20 + char_dy, 10 + w, 20 + char_dy}));
-    EXPECT_EQ(texts[1].x1 * 1000 + texts[1].y1, 105 * 1000 + 37 + char_dy); // origin + position
+    EXPECT_EQ(std::pair(int(texts[1].x1), int(texts[1].y1)), std::pair(105, 37 + char_dy));
     EXPECT_STREQ(texts[2].text, "ab");
 
     vitrail_port_trace_clear(port);
@@ -103,7 +103,7 @@ TEST_F(DrawTest, PenPointLinesAndFramesAreRelativeToTheOrigin) {
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_EQ((Box{lines[0].x1, lines[0].y1, lines[0].x2, lines[0].y2}),
               (Box{26, 5 + 2 * L, 154, 5 + 2 * L}));
-    EXPECT_EQ(lines[0].pen_width * 1000 + draw::posxprev, 2144);
+    EXPECT_EQ(std::pair(int(lines[0].pen_width), draw::posxprev), std::pair(2, 144));
     EXPECT_EQ(draw::posyprev, 2 * L);
     EXPECT_EQ(at(90, 5 + 2 * L + 1), kBlack);
 
@@ -117,7 +117,7 @@ TEST_F(DrawTest, PenPointLinesAndFramesAreRelativeToTheOrigin) {
 
     EXPECT_EQ(TX(VITRAIL_TX_PEN_AT(b, 226, 224)), "\xFF\xC9\x22\x21\x20\x21");
     Out(port, 0, 0, 0, 0, TX(VITRAIL_TX_PEN_AT(b, 226, 224))); // two-byte pen point
-    EXPECT_EQ(draw::posxprev * 1000 + draw::posyprev, (8 + 896) * 1000 + 56 * L);
+    EXPECT_EQ(std::pair(draw::posxprev, draw::posyprev), std::pair(8 + 896, 56 * L));
 }
 
 TEST_F(DrawTest, CutCommandsConsumeWhatIsThereAndDrawNothing) {
@@ -137,7 +137,7 @@ TEST_F(DrawTest, CutCommandsConsumeWhatIsThereAndDrawNothing) {
              {"\xFF\xFF\xFF", 24 + 896, 8},         // escapes only
          }) {
         EXPECT_EQ(Out(port, 0, 0, 0, 0, text), 0) << text.size();
-        EXPECT_EQ(draw::posxprev * 1000 + draw::posyprev, posx * 1000 + quarters * L / 4)
+        EXPECT_EQ(std::pair(draw::posxprev, draw::posyprev), std::pair(posx, quarters * L / 4))
             << text.size();
     }
     EXPECT_EQ(vitrail_port_trace_count(port), 0);
@@ -155,7 +155,7 @@ TEST_F(DrawTest, MeasuringSkipsPenCommandsAsTwoBytesAndKeepsItsFlag) {
          }) {
         int32_t w = -1, h = -1;
         EXPECT_EQ(GetTextExtent_Ext(port, 0, 0, text.data(), int32_t(text.size()), &w, &h), 1);
-        EXPECT_EQ(w * 1000 + h, width * 1000 + height) << text;
+        EXPECT_EQ(std::pair(w, h), std::pair(width, height)) << text;
     }
     int32_t w = -1, h = -1;
     EXPECT_EQ(GetTextExtent_Ext(port, 0, 0, nullptr, 3, &w, &h), 1);
@@ -178,5 +178,5 @@ TEST_F(DrawTest, PrintstrCentresTextWithoutTabsAndChoosesArial) {
     EXPECT_EQ(ch_font_printstr(port, 5, 0, 0, 0, 255, 12, nullptr), 5);
     ch_font_set(port, "Courier", 0, 255, 10);
     ch_font_printstr(port, 0, 100, 50, 0, 255, 18, "x");
-    EXPECT_EQ(port->txFont * 100 + port->txSize, 2218); // a chosen font is kept: only the size
+    EXPECT_EQ(std::pair(int(port->txFont), int(port->txSize)), std::pair(22, 18)); // font kept
 }
