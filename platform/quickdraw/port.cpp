@@ -2,6 +2,7 @@
 #include "platform/quickdraw/port.h"
 
 #include <algorithm>
+#include <cstring>
 #include <new>
 
 namespace platform {
@@ -62,6 +63,17 @@ GrafPtr CurrentPort() {
 void FillPixels(Port &port, const Rect &r, RGBColor colour, uint8_t coverage) {
     int32_t left = std::max<int32_t>(r.left, 0), right = std::min<int32_t>(r.right, port.width);
     int32_t top = std::max<int32_t>(r.top, 0), bottom = std::min<int32_t>(r.bottom, port.height);
+    if (left >= right || coverage == 0) return;
+    if (coverage == 255) {
+        // Opaque: every pixel becomes the colour itself, written whole.
+        const uint8_t rgba[4] = {uint8_t(colour.red >> 8), uint8_t(colour.green >> 8),
+                                 uint8_t(colour.blue >> 8), 0xFF};
+        for (int32_t y = top; y < bottom; ++y) {
+            uint8_t *p = PixelAt(port, left, y);
+            for (int32_t x = left; x < right; ++x, p += 4) std::memcpy(p, rgba, 4);
+        }
+        return;
+    }
     for (int32_t y = top; y < bottom; ++y) {
         uint8_t *p = PixelAt(port, left, y);
         for (int32_t x = left; x < right; ++x, p += 4) BlendPixel(p, colour, coverage);
