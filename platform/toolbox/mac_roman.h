@@ -14,4 +14,8 @@ char32_t MacRomanToUnicode(uint8_t byte);
 // The UTF-8 text of Mac OS Roman bytes (each byte gives one character).
 std::string MacRomanToUtf8(std::string_view bytes);
 
+// The Mac OS Roman bytes of UTF-8 text. A character the set lacks, and any
+// malformed, overlong or cut-off sequence, is dropped (nothing stands in).
+std::string Utf8ToMacRoman(std::string_view utf8);
+
 } // namespace platform
