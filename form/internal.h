@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include <vitrail/form.h>
+
 namespace form {
 
 // Number of rows of a family that calls may use: the count clamped to
@@ -69,6 +71,11 @@ void copy_to_slice(char *dst, int32_t size, const char *text, const char *store,
 // Copies text into dst only when its length is below size; otherwise, or
 // with a null dst, leaves dst untouched. A null text is taken as empty.
 void retrieve_text(char *dst, uint32_t size, const char *text);
+
+// Calls the global hook (nothing for null) for field_id with every table and
+// the refresh list of `capacity` entries; returns the hook's count (0 for null).
+int32_t call_global_hook(DlgBoxGlobalProc hook, int32_t field_id, int32_t *refresh,
+                         int32_t capacity);
 
 // Tab-stop list of text field i (0..19), 128 entries: lists 0..4 are the
 // exported TDB_ITABSTOPS, lists 5..19 the library's own extra storage, so

@@ -54,14 +54,23 @@ int32_t check_values(const F &f) {
 // list points at scratch room so that a hook writing despite capacity 0
 // harms nothing.
 void call_global(DlgBoxGlobalProc hook, int32_t field_id) {
-    if (!hook) return;
     int32_t scratch[32] = {};
-    hook(field_id, TDB, TDB_ID_TEXTE, TDB_pszBuffer, TDB_N, BDB, BDB_ID_FLAG, BDB_bFlags, BDB_N,
-         IDB, IDB_ID_INT, IDB_iInts, IDB_N, NDB, NDB_ID_NUM, NDB_dNums, NDB_N, DDB, DDB_ID_DATE,
-         DDB_lDates, DDB_N, scratch, 0);
+    form::call_global_hook(hook, field_id, scratch, 0);
 }
 
 } // namespace
+
+namespace form {
+
+int32_t call_global_hook(DlgBoxGlobalProc hook, int32_t field_id, int32_t *refresh,
+                         int32_t capacity) {
+    if (!hook) return 0;
+    return hook(field_id, TDB, TDB_ID_TEXTE, TDB_pszBuffer, TDB_N, BDB, BDB_ID_FLAG, BDB_bFlags,
+                BDB_N, IDB, IDB_ID_INT, IDB_iInts, IDB_N, NDB, NDB_ID_NUM, NDB_dNums, NDB_N, DDB,
+                DDB_ID_DATE, DDB_lDates, DDB_N, refresh, capacity);
+}
+
+} // namespace form
 
 extern "C" {
 
