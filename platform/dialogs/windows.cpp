@@ -159,10 +159,10 @@ void SizeWindow(WindowRef window, int16_t width, int16_t height, Boolean) {
     port->txFace = window->port->txFace, port->txMode = window->port->txMode;
     port->fgColour = window->port->fgColour;
     RGBColor background = window->port->bgColour;
-    GrafPtr current = CurrentPort();
-    DisposePort(window->port);
+    GrafPtr current = CurrentPort(), old = window->port;
+    DisposePort(old);
     window->port = port;
-    if (current == window->port || !current) SetPort(port);
+    if (current == old || !current) SetPort(port);
     window->bounds.right = int16_t(window->bounds.left + w);
     window->bounds.bottom = int16_t(window->bounds.top + h);
     Repaint(window, background);
