@@ -113,7 +113,7 @@ struct Run {
     }
 
     int32_t finish() {
-        if (!ended) clear_description();
+        clear_description();
         release_menus(d);
         DisposeDialog(d);
         if (is_built(d)) set_built(nullptr);
