@@ -4,10 +4,10 @@
  *
  *   Row (dialog units)  Label x 10        Field x 70
  *   y 9                 Medicament :      drug popup, 110 wide
- *   y 23                Voie :            route list box, 110 x 34
+ *   y 23                Voie :            route list box, 110 x 36
  *   y 53                Prises par jour : integer, 20 wide
  *   y 69                Dose (mg) :       number, 40 wide
- *   y 85, 101           Debut :, Fin :    dates
+ *   y 85, 101           Debut :, Fin :    dates, "/" between the boxes
  *   y 117               -                 "Renouvelable", "Interactions"
  */
 #include "prescription.h"
@@ -26,13 +26,18 @@ static const char kDrugs[] = "Amoxicilline+Parac\xE9tamol+Ibuprof\xE8ne+L\xE9vot
 static const double kUsualDoses[] = {500.0, 1000.0, 400.0, 0.05};
 static const char kRoutes[] = "Orale$Intraveineuse$Intramusculaire$Sous-cutan\xE9" "e$Cutan\xE9" "e";
 
+/* Labels sit 2 units lower than the 20-pixel boxes they name, so that the
+ * texts share a baseline; the popup and the list box take their label level. */
 struct Label {
     const char *text;
-    int y;
+    int x, y, cx;
 };
 static const struct Label kLabels[] = {
-    {"M\xE9" "dicament :", 9}, {"Voie :", 23},       {"Prises par jour :", 53},
-    {"Dose (mg) :", 69},       {"D\xE9" "but :", 85}, {"Fin :", 101},
+    {"M\xE9" "dicament :", LABEL_X, 9, LABEL_CX}, {"Voie :", LABEL_X, 23, LABEL_CX},
+    {"Prises par jour :", LABEL_X, 55, LABEL_CX}, {"Dose (mg) :", LABEL_X, 71, LABEL_CX},
+    {"D\xE9" "but :", LABEL_X, 87, LABEL_CX},      {"Fin :", LABEL_X, 103, LABEL_CX},
+    {"/", FIELD_X + 11, 87, 4},                    {"/", FIELD_X + 26, 87, 4},
+    {"/", FIELD_X + 11, 103, 4},                   {"/", FIELD_X + 26, 103, 4},
 };
 
 double prescription_usual_dose(const char *drug) {
@@ -55,7 +60,7 @@ void prescription_describe(const Prescription *initial) {
     StaticDlgBox_param((int32_t)(sizeof kLabels / sizeof kLabels[0]));
     for (k = 0; k < sizeof kLabels / sizeof kLabels[0]; ++k) {
         StaticDlgBox_set((int32_t)k, kLabels[k].text);
-        StaticDlgBox_set_geo((int32_t)k, LABEL_X, kLabels[k].y + 2, LABEL_CX, 8);
+        StaticDlgBox_set_geo((int32_t)k, kLabels[k].x, kLabels[k].y, kLabels[k].cx, 8);
     }
 
     TexteDlgBox_param(2, RX_TEXT_ID);
@@ -65,7 +70,7 @@ void prescription_describe(const Prescription *initial) {
     TexteDlgBox_set_liste(1, kRoutes);
     TexteDlgBox_change_liste(1);
     TexteDlgBox_set(1, initial->route);
-    TexteDlgBox_set_geo(1, FIELD_X, 23, 110, 34, 1);
+    TexteDlgBox_set_geo(1, FIELD_X, 23, 110, 36, 1); /* three rows of 14 pixels */
 
     IntDlgBox_param(1, RX_INT_ID);
     if (initial->daily) IntDlgBox_set(0, initial->daily, 2);
