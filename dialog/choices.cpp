@@ -61,8 +61,8 @@ Choices choices_of(const Item &it, int32_t i) {
 void fill_choices(const Item &it, int32_t i) {
     if (!TDB_PSZLBUFFER[i]) return;
     std::string_view text = TDB_PSZLBUFFER[i];
-    auto [menu, list] = choices_of(it, i);
-    if (menu) {
+    const Choices c = choices_of(it, i);
+    if (MenuRef menu = c.menu) {
         int16_t k = CountMenuItems(menu);
         for_each_segment(text, kPopupSeparators, [&](std::string_view segment) {
             if (k >= kMaxMenuItems) return false;
@@ -72,7 +72,7 @@ void fill_choices(const Item &it, int32_t i) {
             SetControlMaximum(it.handle, ++k);
             return true;
         });
-    } else if (list) {
+    } else if (ListHandle list = c.list) {
         Rect bounds;
         int32_t row = GetListDataBounds(list, &bounds)->bottom;
         for_each_segment(text, kRowSeparators, [&](std::string_view segment) {
@@ -97,15 +97,15 @@ void select_choice(const Item &it, std::string_view shown, bool reset) {
 }
 
 bool clear_choices(const Item &it, int32_t i) {
-    auto [menu, list] = choices_of(it, i);
-    if (menu) {
+    const Choices c = choices_of(it, i);
+    if (MenuRef menu = c.menu) {
         for (int16_t k = CountMenuItems(menu); k >= 1; --k) DeleteMenuItem(menu, k);
         SetControlValue(it.handle, 0);
-    } else if (list) {
+    } else if (ListHandle list = c.list) {
         Rect bounds;
         LDelRow(GetListDataBounds(list, &bounds)->bottom, 0, list);
     }
-    return menu || list;
+    return c.menu || c.list;
 }
 
 void release_menus(DialogRef d) {
