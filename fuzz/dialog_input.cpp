@@ -62,6 +62,7 @@ struct Run {
         if (end - at < 2) return (void)vitrail_press_key(w, vitrail_key_escape);
         uint8_t op = at[0] % 5, arg = at[1];
         at += 2;
+        if (op == 0 && 3 + arg % 12 == 5) op = 3; // a click would leave the popup's menu open
         int focus = 0;
         vitrail_item_info info;
         for (int n = 3; n <= 14; ++n)
@@ -69,7 +70,7 @@ struct Run {
         int item = op == 0 ? 3 + arg % 12 : op >= 3 ? 5 + arg % 2 : focus;
         target = item ? kField[item] : -1;
         if (op == 0) vitrail_click_item(w, item);
-        if (op == 1) vitrail_type_text(w, std::string(1, char(arg ? arg : ' ')).c_str());
+        if (op == 1) vitrail_type_text(w, std::string(size_t(at[-2] / 5) * 5 + 1, char(arg ? arg : ' ')).c_str());
         if (op == 2) vitrail_press_key(w, kKeys[arg % std::size(kKeys)]);
         if (op >= 3) vitrail_choose_row(w, item, item == 5 ? 1 + arg % 4 : arg % 4, op == 4 ? 2 : 1);
     }

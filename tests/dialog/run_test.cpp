@@ -117,8 +117,10 @@ TEST(DialogRun, PasswordsTakeTheStoredCharacterUnderEachStar) {
         for (size_t k = 0; k <= turns.size(); ++k)
             steps.push_back([&, k](WindowRef w) {
                 EXPECT_STREQ(Item(w, 3).text, k ? turns[k - 1].shown : "****");
-                if (k) EXPECT_EQ(text ? std::string(TDB_pszBuffer[0]) : std::to_string(IDB_iInts[0]),
-                                 text ? turns[k - 1].text : std::to_string(turns[k - 1].number));
+                if (k) {
+                    EXPECT_EQ(text ? std::string(TDB_pszBuffer[0]) : std::to_string(IDB_iInts[0]),
+                              text ? turns[k - 1].text : std::to_string(turns[k - 1].number));
+                }
                 (k < turns.size() ? turns[k].act : Key(vitrail_key_escape))(w);
             });
         Show(steps);
