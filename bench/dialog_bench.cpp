@@ -52,7 +52,9 @@ void Describe() {
     }
     TexteDlgBox_change_liste(11);
     BoolDlgBox_param(10, 200);
-    for (int i = 0; i < 10; ++i) BoolDlgBox_set_geo(i, "Choix", 5 + (rank % 4) * 70, 5 + (rank / 4) * 7, 60, 8, rank), ++rank;
+    for (int i = 0; i < 10; ++i)
+        BoolDlgBox_set_geo(i, "Choix", 5 + (rank % 4) * 70, 5 + (rank / 4) * 7, 60, 8, rank),
+            ++rank;
     IntDlgBox_param(16, 300);
     for (int i = 0; i < 16; ++i) IntDlgBox_set(i, i, 0), place(i, IntDlgBox_set_geo);
     NumDlgBox_param(12, 400);
@@ -60,7 +62,9 @@ void Describe() {
     DateDlgBox_param(6, 500);
     for (int i = 0; i < 6; ++i) DateDlgBox_set(i, 20240101 + i, 1), place(i, DateDlgBox_set_geo);
     PushDlgBox_param(4, 600);
-    for (int i = 0; i < 4; ++i) PushDlgBox_set_geo(i, "Action", 5 + (rank % 4) * 70, 5 + (rank / 4) * 7, 60, 8, rank), ++rank;
+    for (int i = 0; i < 4; ++i)
+        PushDlgBox_set_geo(i, "Action", 5 + (rank % 4) * 70, 5 + (rank / 4) * 7, 60, 8, rank),
+            ++rank;
 }
 
 void BM_Form60(benchmark::State &state) {
@@ -78,7 +82,9 @@ void Append(DialogRef d, int16_t kind, void *handle, Rect r) {
 
 struct Pascal {
     Str255 s;
-    explicit Pascal(const char *text) { s[0] = uint8_t(std::snprintf(reinterpret_cast<char *>(s + 1), 255, "%s", text)); }
+    explicit Pascal(const char *text) {
+        s[0] = uint8_t(std::snprintf(reinterpret_cast<char *>(s + 1), 255, "%s", text));
+    }
 };
 
 void SetText(DialogRef d, const char *text) {
@@ -93,18 +99,20 @@ void BM_Bare60(benchmark::State &state) {
     Pascal title("Formulaire"), choice("Deux"), label("Choix");
     for (auto _ : state) {
         Rect bounds{100, 100, 450, 700};
-        DialogRef d = NewColorDialog(nullptr, &bounds, title.s, true, 5, FrontOfAll(), false, nullptr, nullptr);
+        DialogRef d = NewColorDialog(nullptr, &bounds, title.s, true, 5, FrontOfAll(), false,
+                                     nullptr, nullptr);
         WindowRef w = GetDialogWindow(d);
         int n = 0;
         auto next = [&] {
-            Rect r{int16_t(10 + (n / 4) * 12), int16_t(10 + (n % 4) * 140), int16_t(20 + (n / 4) * 12),
-                   int16_t(130 + (n % 4) * 140)};
+            Rect r{int16_t(10 + (n / 4) * 12), int16_t(10 + (n % 4) * 140),
+                   int16_t(20 + (n / 4) * 12), int16_t(130 + (n % 4) * 140)};
             ++n;
             return r;
         };
         for (const char *label : {"OK", "Annuler"}) {
             Rect r = next();
-            Append(d, ctrlItem, NewControl(w, &r, Pascal(label).s, true, 0, 0, 1, pushButProc, nullptr), r);
+            Append(d, ctrlItem,
+                   NewControl(w, &r, Pascal(label).s, true, 0, 0, 1, pushButProc, nullptr), r);
         }
         for (int i = 0; i < 10 + 16 + 12 + 18; ++i) {
             Rect r = next();
@@ -130,7 +138,10 @@ void BM_Bare60(benchmark::State &state) {
         }
         for (int i = 0; i < 14; ++i) {
             r = next();
-            Append(d, ctrlItem, NewControl(w, &r, label.s, true, 0, 0, 1, i < 10 ? checkBoxProc : pushButProc, nullptr), r);
+            Append(d, ctrlItem,
+                   NewControl(w, &r, label.s, true, 0, 0, 1, i < 10 ? checkBoxProc : pushButProc,
+                              nullptr),
+                   r);
         }
         DialogItemIndex hit = 0;
         while (hit != 1) ModalDialog(nullptr, &hit);
@@ -175,7 +186,8 @@ int main(int argc, char **argv) {
     benchmark::RunSpecifiedBenchmarks(&rec);
     double form = rec.ns["BM_Form60"], bare = rec.ns["BM_Bare60"];
     if (form > 0 && bare > 0)
-        std::printf("ratio\tform dialog of 60 fields / the same items bare\t%.2f\t<= 2\n", form / bare);
+        std::printf("ratio\tform dialog of 60 fields / the same items bare\t%.2f\t<= 2\n",
+                    form / bare);
     benchmark::Shutdown();
     return 0;
 }

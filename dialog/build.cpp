@@ -110,11 +110,14 @@ void add_field(DialogRef d, const FamilyRef &fam, int32_t i) {
         if (TDBL[i] == 1) return add_list(d, r);
         return add_edit(d, r);
     case Kind::Check:
-        return append(d, kControlItem, new_button(w, r, BDB_pszBuffer[i] ? BDB_pszBuffer[i] : "", checkBoxProc), r);
+        return append(d, kControlItem,
+                      new_button(w, r, BDB_pszBuffer[i] ? BDB_pszBuffer[i] : "", checkBoxProc), r);
     case Kind::Push:
-        return append(d, kControlItem, new_button(w, r, PDB_pszBuffer[i] ? PDB_pszBuffer[i] : "", pushButProc), r);
+        return append(d, kControlItem,
+                      new_button(w, r, PDB_pszBuffer[i] ? PDB_pszBuffer[i] : "", pushButProc), r);
     case Kind::Int:
-    case Kind::Num: return add_edit(d, r);
+    case Kind::Num:
+        return add_edit(d, r);
     case Kind::Date:
         for (int16_t left : {0, 30, 60}) {
             Rect box{r.top, px(int64_t(r.left) + left), r.bottom,
@@ -155,7 +158,8 @@ void add_statics(WindowRef w) {
         if (text) w2mstr(text);
         if (SDB_type[i] < 0) {
             r.bottom = px(int64_t(r.top) + 14 * h / 10);
-            CFStringRef title = CFStringCreateWithCString(nullptr, text ? text : "", kCFStringEncodingMacRoman);
+            CFStringRef title =
+                CFStringCreateWithCString(nullptr, text ? text : "", kCFStringEncodingMacRoman);
             CreateGroupBoxControl(w, &r, title, true, nullptr);
             CFRelease(title);
         } else {
@@ -174,8 +178,10 @@ void convert_size() {
 
 void add_ok_cancel(DialogRef d) {
     std::string ok = OK_sz1[0] ? std::string(OK_sz1, strnlen(OK_sz1, sizeof OK_sz1)) : "OK";
-    std::string cancel = OK_sz2[0] ? std::string(OK_sz2, strnlen(OK_sz2, sizeof OK_sz2)) : "Annuler";
-    int64_t w = strnlen(OK_sz1, sizeof OK_sz1) <= 8 && strnlen(OK_sz2, sizeof OK_sz2) <= 8 ? 80 : 100;
+    std::string cancel =
+        OK_sz2[0] ? std::string(OK_sz2, strnlen(OK_sz2, sizeof OK_sz2)) : "Annuler";
+    int64_t w =
+        strnlen(OK_sz1, sizeof OK_sz1) <= 8 && strnlen(OK_sz2, sizeof OK_sz2) <= 8 ? 80 : 100;
     int64_t h = LDB_cx / 2, top = int64_t(LDB_cy) - 34;
     Rect rok{px(top), px(h - w - 10), px(top + 20), px(h - 10)};
     Rect rcancel{px(top), px(h + 10), px(top + 20), px(h + 10 + w)};

@@ -142,8 +142,9 @@ void put_text(DialogRef d, const Item &it, std::string_view mac, bool select) {
 }
 
 bool all_valid() {
-    return all_ok(TDB_bOK, family(Kind::Text).rows()) && all_ok(IDB_bOK, family(Kind::Int).rows()) &&
-           all_ok(NDB_bOK, family(Kind::Num).rows()) && all_ok(DDB_bOK, family(Kind::Date).rows());
+    return all_ok(TDB_bOK, family(Kind::Text).rows()) &&
+           all_ok(IDB_bOK, family(Kind::Int).rows()) && all_ok(NDB_bOK, family(Kind::Num).rows()) &&
+           all_ok(DDB_bOK, family(Kind::Date).rows());
 }
 
 void update_ok(DialogRef d) {

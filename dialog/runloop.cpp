@@ -44,8 +44,8 @@ void global_step(DialogRef d, int64_t id) {
     // Room past the capacity, so that a hook writing a few entries too many
     // harms nothing.
     std::array<int32_t, 2 * kRefreshCapacity> refresh{};
-    int32_t count = form::call_global_hook(DlgBoxGlobal_fonct, int32_t(id), refresh.data(),
-                                           kRefreshCapacity);
+    int32_t count =
+        form::call_global_hook(DlgBoxGlobal_fonct, int32_t(id), refresh.data(), kRefreshCapacity);
     count = std::clamp(count, 0, kRefreshCapacity);
     for (int32_t k = 0; k < count; ++k) {
         int64_t e = refresh[size_t(k)];
@@ -104,11 +104,16 @@ struct Run {
 
     static bool valid(const Field &f) {
         switch (f.kind) {
-        case Kind::Text: return TDB_bOK[f.index];
-        case Kind::Int: return IDB_bOK[f.index];
-        case Kind::Num: return NDB_bOK[f.index];
-        case Kind::Date: return DDB_bOK[f.index];
-        default: return true;
+        case Kind::Text:
+            return TDB_bOK[f.index];
+        case Kind::Int:
+            return IDB_bOK[f.index];
+        case Kind::Num:
+            return NDB_bOK[f.index];
+        case Kind::Date:
+            return DDB_bOK[f.index];
+        default:
+            return true;
         }
     }
 
@@ -137,7 +142,8 @@ VITRAIL_API int32_t DlgBoxFunc(DialogRef d) {
     platform::SetDialogTracksCursor(d, true);
     if (HDB) {
         Str255 title;
-        to_pascal(to_mac(std::string(HDB_szHeader, strnlen(HDB_szHeader, sizeof HDB_szHeader))), title);
+        to_pascal(to_mac(std::string(HDB_szHeader, strnlen(HDB_szHeader, sizeof HDB_szHeader))),
+                  title);
         platform::SetWTitle(window, title);
     }
     fill_all(d);

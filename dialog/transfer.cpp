@@ -110,7 +110,8 @@ void show_int(DialogRef d, int32_t i, Show how) {
     if (how == Show::Redraw) IDB_bInit[i] = 1;
     std::string shown;
     if (how != Show::Clear && IDB_bInit[i]) shown = masked(IDB_bPassw[i], format_int(IDB_iInts[i]));
-    if (how != Show::Fill || IDB_bInit[i] || IDB_bMand[i]) put_text(d, it, shown, how == Show::Fill);
+    if (how != Show::Fill || IDB_bInit[i] || IDB_bMand[i])
+        put_text(d, it, shown, how == Show::Fill);
     if (IDB_bPassw[i]) IDB_lPassw[i] = int16_t(shown.size());
     set_validity(form::kInts, i, how);
 }
@@ -163,7 +164,6 @@ void read_int(DialogRef d, int32_t i) {
     IDB_bOK[i] = t.empty() ? !IDB_bMand[i] : accepts(vi, i, t, &IDB_iInts[i]);
 }
 
-
 // Day, month and year boxes: a malformed part (or an empty one of a
 // mandatory date) makes the date invalid; three positive parts go to vd[i]
 // as YYYYMMDD; otherwise (empty or negative parts of an optional date) the
@@ -175,8 +175,10 @@ void read_date(DialogRef d, int32_t i) {
     for (int32_t k = 0; k < 3; ++k) {
         std::string t = edit_text(day.number ? item(d, day.number + k) : Item{});
         empty = empty && t.empty();
-        if (DDB_bMand[i] && t.empty()) error = true;
-        else if (intcod_l_sup0(t.data(), &parts[k]) >= 2) error = true;
+        if (DDB_bMand[i] && t.empty())
+            error = true;
+        else if (intcod_l_sup0(t.data(), &parts[k]) >= 2)
+            error = true;
     }
     if (empty) DDB_bInit[i] = 0;
     if (error) {
@@ -201,23 +203,34 @@ void toggle_check(DialogRef d, int32_t i) {
 
 void show(DialogRef d, Field f, Show how) {
     switch (f.kind) {
-    case Kind::Text: return show_text(d, f.index, how);
-    case Kind::Check: return show_check(d, f.index);
-    case Kind::Int: return show_int(d, f.index, how);
-    case Kind::Num: return show_num(d, f.index, how);
-    case Kind::Date: return show_date(d, f.index, how);
-    case Kind::Push: return;
+    case Kind::Text:
+        return show_text(d, f.index, how);
+    case Kind::Check:
+        return show_check(d, f.index);
+    case Kind::Int:
+        return show_int(d, f.index, how);
+    case Kind::Num:
+        return show_num(d, f.index, how);
+    case Kind::Date:
+        return show_date(d, f.index, how);
+    case Kind::Push:
+        return;
     }
 }
 
 void read_back(DialogRef d, Field f) {
     switch (f.kind) {
-    case Kind::Check: return toggle_check(d, f.index);
-    case Kind::Int: return read_int(d, f.index);
-    case Kind::Num: return store_num(f.index, edit_text(item_of(d, f)));
-    case Kind::Date: return read_date(d, f.index);
+    case Kind::Check:
+        return toggle_check(d, f.index);
+    case Kind::Int:
+        return read_int(d, f.index);
+    case Kind::Num:
+        return store_num(f.index, edit_text(item_of(d, f)));
+    case Kind::Date:
+        return read_date(d, f.index);
     case Kind::Text:
-    case Kind::Push: return;
+    case Kind::Push:
+        return;
     }
 }
 

@@ -18,8 +18,10 @@
 namespace {
 
 constexpr int kField[15] = {-1, -1, -1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 8, 8, 9};
-constexpr int kKeys[] = {vitrail_key_tab, vitrail_key_tab | vitrail_key_shift, vitrail_key_backspace,
-                         vitrail_key_delete, vitrail_key_left, vitrail_key_home, 'a' | vitrail_key_command};
+constexpr int kKeys[] = {vitrail_key_tab,          vitrail_key_tab | vitrail_key_shift,
+                         vitrail_key_backspace,    vitrail_key_delete,
+                         vitrail_key_left,         vitrail_key_home,
+                         'a' | vitrail_key_command};
 
 struct Values {
     std::string text[4];
@@ -70,9 +72,12 @@ struct Run {
         int item = op == 0 ? 3 + arg % 12 : op >= 3 ? 5 + arg % 2 : focus;
         target = item ? kField[item] : -1;
         if (op == 0) vitrail_click_item(w, item);
-        if (op == 1) vitrail_type_text(w, std::string(size_t(at[-2] / 5) * 5 + 1, char(arg ? arg : ' ')).c_str());
+        if (op == 1)
+            vitrail_type_text(
+                w, std::string(size_t(at[-2] / 5) * 5 + 1, char(arg ? arg : ' ')).c_str());
         if (op == 2) vitrail_press_key(w, kKeys[arg % std::size(kKeys)]);
-        if (op >= 3) vitrail_choose_row(w, item, item == 5 ? 1 + arg % 4 : arg % 4, op == 4 ? 2 : 1);
+        if (op >= 3)
+            vitrail_choose_row(w, item, item == 5 ? 1 + arg % 4 : arg % 4, op == 4 ? 2 : 1);
     }
 };
 

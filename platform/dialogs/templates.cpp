@@ -109,8 +109,8 @@ ControlRef MakeControl(WindowRef w, const TemplateItem &it) {
     } else if (it.word == "icon") {
         int16_t id = 0;
         std::string_view text = it.text;
-        ControlButtonContentInfo content{kControlContentCIconRes,
-                                         Number(text, INT16_MIN, INT16_MAX, &id) ? id : int16_t(-1)};
+        ControlButtonContentInfo content{
+            kControlContentCIconRes, Number(text, INT16_MIN, INT16_MAX, &id) ? id : int16_t(-1)};
         CreateIconControl(w, &it.rect, &content, true, &c);
     }
     return c;
@@ -177,14 +177,16 @@ std::optional<DialogTemplate> ParseTemplate(std::string_view text) {
         if (line.empty() || line.front() == '#') continue;
         if (!header) {
             if (Word(line) != "dialog" || !Number(line, 1, INT16_MAX, &t.id) ||
-                !Number(line, 1, kMaxPortSide, &t.width) || !Number(line, 1, kMaxPortSide, &t.height))
+                !Number(line, 1, kMaxPortSide, &t.width) ||
+                !Number(line, 1, kMaxPortSide, &t.height))
                 return std::nullopt;
             t.title = Text(line);
             header = true;
             continue;
         }
         TemplateItem item{};
-        if (!ParseItem(line, t.items.empty() ? 0 : t.items.back().number, &item)) return std::nullopt;
+        if (!ParseItem(line, t.items.empty() ? 0 : t.items.back().number, &item))
+            return std::nullopt;
         t.items.push_back(std::move(item));
     }
     if (!header) return std::nullopt;
@@ -213,13 +215,13 @@ DialogRef GetNewDialog(int16_t dialogID, void *, WindowRef behind) {
     try {
         std::error_code ec;
         std::vector<std::filesystem::path> files;
-        for (const auto &entry : std::filesystem::directory_iterator(ResourcesFolder() + "/DLOG", ec))
+        for (const auto &entry :
+             std::filesystem::directory_iterator(ResourcesFolder() + "/DLOG", ec))
             files.push_back(entry.path());
         std::sort(files.begin(), files.end());
         for (const auto &path : files)
             if (auto t = ReadTemplate(path); t && t->id == dialogID) return Make(*t, behind);
-    } catch (...) {
-    }
+    } catch (...) {}
     return nullptr;
 }
 

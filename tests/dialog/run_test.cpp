@@ -1,5 +1,6 @@
-// The run loop and the field transfer: OK following validity, the hooks,
-// field IDs, passwords, choices and dates, driven as a person would.
+// The run loop and the field transfer, driven as a person would: OK and
+// validity, the global hook and field IDs, passwords, choices and dates.
+// (The prescription run of entry_test.cpp covers a refusing final hook.)
 #include "dialog_steps.h"
 
 using namespace vitrail_test;
@@ -7,121 +8,100 @@ using namespace vitrail_test;
 namespace {
 
 int final_calls;
-int32_t AcceptSecond(WindowRef, int32_t, char **, int32_t, int32_t, int32_t *, int32_t, int32_t,
-                     int32_t *, int32_t, int32_t, double *, int32_t, int32_t, int32_t *, int32_t) {
-    return ++final_calls >= 2;
+int32_t CountFinal(WindowRef, int32_t, char **, int32_t, int32_t, int32_t *, int32_t, int32_t,
+                   int32_t *, int32_t, int32_t, double *, int32_t, int32_t, int32_t *, int32_t) {
+    return ++final_calls, 1;
 }
 
 std::vector<int32_t> hook_ids;
-int32_t Refresh(int32_t id, int32_t, int32_t, char **, int32_t, int32_t, int32_t, int32_t *, int32_t,
-                int32_t, int32_t, int32_t *ints, int32_t, int32_t, int32_t, double *, int32_t, int32_t,
-                int32_t, int32_t *, int32_t, int32_t *refresh, int32_t capacity) {
+int32_t Refresh(int32_t id, int32_t, int32_t, char **, int32_t, int32_t, int32_t, int32_t *,
+                int32_t, int32_t, int32_t, int32_t *ints, int32_t, int32_t, int32_t, double *,
+                int32_t, int32_t, int32_t, int32_t *, int32_t, int32_t *refresh, int32_t capacity) {
     hook_ids.push_back(id);
-    if (id != 20 || capacity != 32) return -1;
-    ints[1] = 42;
-    refresh[0] = 21, refresh[1] = -10, refresh[2] = 99999; // redraw, clear, no such field
+    if (id != 15 || capacity != 32) return -1;
+    ints[2] = 42;
+    refresh[0] = 14, refresh[1] = -10, refresh[2] = 99999; // redraw, clear, no such field
     return 1000;
 }
 
 } // namespace
 
-TEST(DialogRun, OkIsActiveOnlyWhileEveryFieldIsValid) {
+TEST(DialogRun, OkFollowsValidityAndCancelAsksNoHook) {
     for (bool initialised : {true, false}) {
         Fresh();
         TexteDlgBox_param(1, 10);
         TexteDlgBox_set_geo(0, 5, 5, 50, 12, 0);
         if (initialised) TexteDlgBox_set(0, "");
-        std::vector<int> hilites;
-        auto ok = [&](WindowRef w) { hilites.push_back(Item(w, 1).hilite); };
-        Show({[&](WindowRef w) { ok(w), Type(3, "a")(w); }, [&](WindowRef w) { ok(w), Key(vitrail_key_backspace)(w); },
-              [&](WindowRef w) { ok(w), Key(vitrail_key_escape)(w); }});
-        // Never initialised, the field keeps the validity it was given until edited.
-        EXPECT_EQ(hilites, (std::vector<int>{initialised ? 255 : 0, 0, 255}));
-    }
-}
-
-TEST(DialogRun, OkAsksTheFinalHookAndCancelDoesNot) {
-    for (bool cancel : {false, true}) {
-        Fresh();
-        TexteDlgBox_param(1, 10);
-        TexteDlgBox_set_geo(0, 5, 5, 50, 12, 0);
-        DlgBoxFinal_set(AcceptSecond);
+        DlgBoxFinal_set(CountFinal);
         final_calls = 0;
-        ScriptedAgent agent({cancel ? Type(3, "xy") : Key(vitrail_key_return), cancel ? Key(vitrail_key_escape) : Click(1)});
-        EXPECT_EQ(QarDlgBoxEx("Essai", nullptr), cancel ? 0 : 1);
-        EXPECT_EQ(agent.done(), 2u); // a refused OK keeps the dialog open
-        EXPECT_EQ(final_calls, cancel ? 0 : 2);
-        EXPECT_STREQ(TDB_pszBuffer[0], cancel ? "xy" : "");
-        EXPECT_EQ(TDB + DlgBoxFinal_fonct(nullptr, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0), 1);
+        std::vector<int> ok;
+        auto then = [&](Step s) {
+            return [&, s](WindowRef w) { ok.push_back(Item(w, 1).hilite), s(w); };
+        };
+        EXPECT_EQ(Show({then(Type(3, "a")), then(Key(vitrail_key_backspace)), then(Type(3, "b")),
+                        Key(vitrail_key_escape)}),
+                  0);
+        // Never initialised, the field keeps the validity it was given until edited.
+        EXPECT_EQ(ok, (std::vector<int>{initialised ? 255 : 0, 0, 255}));
+        EXPECT_STREQ(TDB_pszBuffer[0], "b"); // stored as typed
+        EXPECT_EQ(final_calls, 0);
+        EXPECT_EQ(TDB + (DlgBoxFinal_fonct == DlgBoxFinal_nul), 1);
     }
 }
 
-TEST(DialogRun, TheGlobalHookRedrawsAndClearsFieldsByTheirIds) {
+TEST(DialogRun, TheGlobalHookIsToldFieldIdsAndRefreshesFields) {
     Fresh();
-    TexteDlgBox_param(1, 10);
+    TexteDlgBox_param(4, 10);
     TexteDlgBox_set(0, "abc");
     TexteDlgBox_set_geo(0, 5, 5, 50, 12, 0);
-    IntDlgBox_param(2, 20);
-    IntDlgBox_set(1, 5, 0);
-    IntDlgBox_set_geo(0, 5, 20, 20, 12, 1);
-    IntDlgBox_set_geo(1, 5, 35, 20, 12, 2);
+    TexteDlgBox_set(3, "xyz");
+    TexteDlgBox_set_geo(3, 5, 15, 50, 12, 1);
+    IntDlgBox_param(4, 12); // integer 1 has text 3's ID, 13
+    for (int i = 1; i < 4; ++i) IntDlgBox_set_geo(i, 5, 15 + 10 * i, 20, 12, i + 1);
+    for (int i = 0; i < 4; ++i) IntDlgBox_mandatory(i, 0);
+    IntDlgBox_set(2, 5, 0);
+    PushDlgBox_param(1, 30); // no action: the hook is still told
+    PushDlgBox_set_geo(0, "Go", 100, 5, 30, 12, 5);
     DlgBoxGlobal_set(Refresh);
     hook_ids.clear();
-    std::vector<vitrail_item_info> items;
-    Show({Type(4, "7"), Snap(&items)});
-    EXPECT_EQ(hook_ids, std::vector<int32_t>{20});
-    ASSERT_EQ(items.size(), 5u);
-    EXPECT_STREQ(items[4].text, "42");
+    Items items;
+    Show({Type(5, "7"), Type(7, "9"), Click(8), Snap(&items)});
+    EXPECT_EQ(hook_ids,
+              (std::vector<int32_t>{13, 13, 15, 15, 30})); // each click and key, the button
+    ASSERT_EQ(items.size(), 8u);
+    EXPECT_STREQ(items[5].text, "42");
     EXPECT_STREQ(items[2].text, "");
-    EXPECT_EQ(items[0].hilite, 255); // the cleared field is mandatory
+    EXPECT_EQ(items[0].hilite, 255); // the cleared text is mandatory
     EXPECT_STREQ(TDB_pszBuffer[0], "abc");
-    EXPECT_EQ(IDB_iInts[0], 7);
-}
-
-TEST(DialogRun, HitsGoToTheFirstFamilyHoldingTheirId) {
-    Fresh();
-    TexteDlgBox_param(5, 100);
-    TexteDlgBox_set(3, "abc");
-    TexteDlgBox_set_geo(3, 5, 5, 50, 12, 0);
-    IntDlgBox_param(2, 102); // integer 1 has the ID of text 3
-    IntDlgBox_set_geo(1, 5, 20, 20, 12, 1);
-    PushDlgBox_param(1, 200); // no action: the hook is still told
-    PushDlgBox_set_geo(0, "Go", 5, 40, 30, 12, 2);
-    DlgBoxGlobal_set(Refresh);
-    hook_ids.clear();
-    Show({Type(4, "7"), Click(5), Key(vitrail_key_escape)});
-    EXPECT_EQ(hook_ids, (std::vector<int32_t>{103, 103, 200})); // the click, the key, the button
-    EXPECT_EQ(IDB_bInit[1] * 100 + IDB_iInts[1], 0);
-    EXPECT_STREQ(TDB_pszBuffer[3], "abc");
+    EXPECT_EQ(IDB_iInts[1] * 100 + IDB_iInts[3], 9); // the 7 went to text 3, never to integer 1
 }
 
 TEST(DialogRun, PasswordsTakeTheStoredCharacterUnderEachStar) {
     struct Turn {
         Step act;
-        const char *text;
-        int32_t number;
-        const char *shown;
+        const char *value, *shown; // after the act
     };
+    const std::vector<Turn> sequences[] = {
+        {{Type(3, "x"), "abc1x", "*****"}, {Type(3, "*"), "abc1x*", "******"}}, // past the end: "*"
+        {{Type(3, "5"), "12345", "*****"},
+         {Key(vitrail_key_backspace), "1234", "****"},
+         {Click(3), "1234", "****"}}};
     for (bool text : {true, false}) {
         Fresh();
         TexteDlgBox_param(1, 10);
         IntDlgBox_param(1, 20);
         (text ? TexteDlgBox_set_geo : IntDlgBox_set_geo)(0, 5, 5, 50, 12, 0);
-        text ? (TexteDlgBox_set(0, "abc1"), TexteDlgBox_password(0, 1)) : (IntDlgBox_set(0, 1234, 0), IntDlgBox_password(0, 1));
-        std::vector<Turn> turns = text ? std::vector<Turn>{{Type(3, "x"), "abc1x", 0, "*****"},
-                                                           {Type(3, "*"), "abc1x*", 0, "******"}} // past the end: stays "*"
-                                       : std::vector<Turn>{{Type(3, "5"), nullptr, 12345, "*****"},
-                                                           {Key(vitrail_key_backspace), nullptr, 1234, "****"},
-                                                           {Click(3), nullptr, 1234, "****"}};
+        text ? (TexteDlgBox_set(0, "abc1"), TexteDlgBox_password(0, 1))
+             : (IntDlgBox_set(0, 1234, 0), IntDlgBox_password(0, 1));
+        std::vector<Turn> turns = {{Key(vitrail_key_escape), text ? "abc1" : "1234", "****"}};
+        turns.insert(turns.begin(), sequences[!text].begin(), sequences[!text].end());
         std::vector<Step> steps;
-        for (size_t k = 0; k <= turns.size(); ++k)
+        for (size_t k = 0; k < turns.size(); ++k)
             steps.push_back([&, k](WindowRef w) {
-                EXPECT_STREQ(Item(w, 3).text, k ? turns[k - 1].shown : "****");
-                if (k) {
-                    EXPECT_EQ(text ? std::string(TDB_pszBuffer[0]) : std::to_string(IDB_iInts[0]),
-                              text ? turns[k - 1].text : std::to_string(turns[k - 1].number));
-                }
-                (k < turns.size() ? turns[k].act : Key(vitrail_key_escape))(w);
+                const Turn &before = turns[(k + turns.size() - 1) % turns.size()];
+                EXPECT_STREQ(Item(w, 3).text, before.shown);
+                EXPECT_EQ(text ? TDB_pszBuffer[0] : std::to_string(IDB_iInts[0]), before.value);
+                turns[k].act(w);
             });
         Show(steps);
     }
@@ -137,18 +117,19 @@ TEST(DialogRun, ChoicesAreCutFromTheListText) {
         TexteDlgBox_set_geo(i, 5, 5 + 20 * i, 80, 12, i);
     }
     TexteDlgBox_change_liste(2);
-    std::vector<vitrail_item_info> items;
+    Items items;
     char third[32] = "", last[32] = "?";
-    Show({Snap(&items, [&](WindowRef w) {
-              vitrail_dialog_item_row(w, 3, 3, third, sizeof third);
-              vitrail_dialog_item_row(w, 5, 2, last, sizeof last);
-              Row(4, 3)(w), Row(5, 1)(w);
-          }),
+    Show({Snap(&items,
+               [&](WindowRef w) {
+                   vitrail_dialog_item_row(w, 3, 3, third, sizeof third);
+                   vitrail_dialog_item_row(w, 5, 2, last, sizeof last);
+                   Row(4, 3)(w), Row(5, 1)(w);
+               }),
           Key(vitrail_key_escape)});
     ASSERT_EQ(items.size(), 5u);
     EXPECT_EQ(items[2].count * 10 + items[2].value, 32); // "-" does not separate
-    EXPECT_EQ(items[3].value, 0);                         // "Peut" is no choice
-    EXPECT_EQ(items[4].count * 10 + items[4].selected, 3 * 10 - 1);
+    EXPECT_EQ(items[3].value, 0);                        // "Peut" is no choice
+    EXPECT_EQ(items[4].count * 10 + items[4].selected, 29);
     EXPECT_STREQ(third, "Peut-\xEAtre");
     EXPECT_STREQ(last, "");
     EXPECT_STREQ(TDB_pszBuffer[1], "Peut-\xEAtre");
@@ -156,20 +137,17 @@ TEST(DialogRun, ChoicesAreCutFromTheListText) {
 }
 
 TEST(DialogRun, DatesAreReadFromTheirThreeBoxes) {
-    struct Edit {
-        int box;
-        const char *text;
-        bool replace; // select the box's text first, else type at its end
-    };
+    // Edits of the day (3), month (4) and year (5) boxes of 01/01/2024: the
+    // box's text is replaced, or "+" types at its end; "" empties the box.
     struct {
         bool mandatory;
-        std::vector<Edit> edits;
+        std::vector<std::pair<int, std::string>> edits;
         int32_t ok, date;
-    } rows[] = {{true, {{3, "31", true}, {4, "12", true}}, 1, 20241231},
-                {true, {{5, "x", false}}, 0, 20240101}, // 2024x
-                {true, {{3, "", true}}, 0, 20240101},
-                {false, {{3, "", true}, {4, "", true}, {5, "", true}}, 1, 20240101},
-                {false, {{3, "-3", true}}, 1, 20240101}};
+    } rows[] = {{true, {{3, "31"}, {4, "12"}}, 1, 20241231},
+                {true, {{5, "+x"}}, 0, 20240101},
+                {true, {{3, ""}}, 0, 20240101},
+                {false, {{3, ""}, {4, ""}, {5, ""}}, 1, 20240101},
+                {false, {{3, "-3"}}, 1, 20240101}};
     for (const auto &r : rows) {
         Fresh();
         DateDlgBox_param(1, 30);
@@ -177,14 +155,15 @@ TEST(DialogRun, DatesAreReadFromTheirThreeBoxes) {
         DateDlgBox_mandatory(0, r.mandatory);
         DateDlgBox_set_geo(0, 10, 5, 0, 12, 0);
         Show({[&](WindowRef w) {
-                  for (const Edit &e : r.edits) {
-                      vitrail_click_item(w, e.box);
-                      if (e.replace) vitrail_press_key(w, 'a' | vitrail_key_command);
-                      *e.text ? vitrail_type_text(w, e.text) : vitrail_press_key(w, vitrail_key_backspace);
+                  for (const auto &[box, text] : r.edits) {
+                      vitrail_click_item(w, box);
+                      if (text[0] != '+') vitrail_press_key(w, 'a' | vitrail_key_command);
+                      if (text.empty()) vitrail_press_key(w, vitrail_key_backspace);
+                      vitrail_type_text(w, text.c_str() + (text[0] == '+'));
                   }
               },
               Key(vitrail_key_escape)});
-        EXPECT_EQ(DDB_bOK[0], r.ok) << r.edits[0].box << r.edits[0].text;
-        EXPECT_EQ(DDB_lDates[0], r.date) << r.edits[0].box << r.edits[0].text;
+        EXPECT_EQ(DDB_bOK[0] * 100000000 + DDB_lDates[0], r.ok * 100000000 + r.date)
+            << r.edits[0].first << r.edits[0].second;
     }
 }
