@@ -27,6 +27,17 @@
  * back as it was; list texts and values of fields the person does not touch
  * are never changed. Edit boxes hold at most 255 bytes.
  *
+ * Choices: a popup's items are its list text split at "+" and "," (not
+ * "-"), a list box's rows at "$"; an empty segment is an empty choice. They
+ * are shown whether or not the field holds a value yet.
+ *
+ * Passwords show one "*" per character. A text field's typed "*" takes the
+ * stored character at its place, and stays "*" past the end of the stored
+ * value. A masked integer field gives each typed "*" a stored digit, aligned
+ * to the right (edits are taken to happen at the end); a hit that leaves the
+ * mask as it was shown (a click, an arrow key) keeps the stored value. The
+ * length shown is kept in IDB_lPassw from the first fill on.
+ *
  * One form dialog runs at a time; hooks may call the update functions below
  * but must not start another form dialog.
  */
@@ -42,7 +53,8 @@ VITRAIL_BEGIN_DECLS
 VITRAIL_API extern char PRES_szSelect[128];
 
 /* Builds the dialog described in the tables, centred over `parent` (null:
- * the front window, or the screen when there is none), titled `title`
+ * the front window; the screen when there is none or `parent` is not a
+ * window), titled `title`
  * (Windows character set, null as empty, at most 255 characters shown;
  * HDB_szHeader replaces it when HDB is set), runs it with DlgBoxFunc and
  * returns its result: 1 accepted, 0 cancelled.
@@ -73,9 +85,9 @@ VITRAIL_API int32_t DlgBoxFunc(DialogRef dialog);
  * as they are. */
 VITRAIL_API int32_t QarDlgBox(const char *name);
 
-/* Asks the final hook with `window` and the tables, then clears the
- * description (families off, default hooks) whatever it answers, and
- * returns its answer. No window is closed. */
+/* Asks the final hook with `window` (passed on as it is, null included) and
+ * the tables, then clears the description (families off, default hooks)
+ * whatever it answers, and returns its answer. No window is closed. */
 VITRAIL_API int32_t QarDlgBox_end(WindowRef window);
 
 /* Field updates for hooks and push-button actions while a dialog runs. Each
