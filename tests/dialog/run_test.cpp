@@ -1,6 +1,8 @@
 // The run loop and the field transfer, driven as a person would: OK and
 // validity, the global hook and field IDs, passwords, choices and dates.
 // (The prescription run of entry_test.cpp covers a refusing final hook.)
+#include <cstring>
+
 #include "dialog_steps.h"
 
 using namespace vitrail_test;
@@ -166,4 +168,37 @@ TEST(DialogRun, DatesAreReadFromTheirThreeBoxes) {
         EXPECT_EQ(DDB_bOK[0] * 100000000 + DDB_lDates[0], r.ok * 100000000 + r.date)
             << r.edits[0].first << r.edits[0].second;
     }
+}
+
+TEST(DialogRun, HooksUpdateShownFields) {
+    Fresh();
+    TexteDlgBox_param(4, 10);
+    for (int i = 0; i < 4; ++i) TexteDlgBox_set_geo(i, 5, 5 + 15 * i, 80, 12, i);
+    TexteDlgBox_password(0, 1);
+    TexteDlgBox_set(1, "abc");
+    TexteDlgBox_set_liste(2, "X");
+    TexteDlgBox_set_liste(3, "X");
+    TexteDlgBox_change_liste(3);
+    NumDlgBox_param(1, 20);
+    NumDlgBox_set_geo(0, 5, 65, 40, 12, 4);
+    PushDlgBox_param(1, 30);
+    PushDlgBox_set_geo(0, "Go", 100, 5, 30, 12, 5);
+    PushDlgBox_set_fvalid(0, [](WindowRef) {
+        QarDlgBox_texte_set(0, "secret");
+        QarDlgBox_texte_set(1, ""); // mandatory: invalid
+        std::strcpy(TDB_PSZLBUFFER[2], "A+B,C");
+        std::strcpy(TDB_PSZLBUFFER[3], "A$B");
+        QarDlgBox_texte_set_liste(2), QarDlgBox_texte_set_liste(3);
+        QarDlgBox_texte_set(-1, "x"), QarDlgBox_texte_set(4, "x"), QarDlgBox_num_set(1, "x");
+        return QarDlgBox_num_set(0, "1,5x");
+    });
+    Items items;
+    Show({Click(8), Snap(&items)});
+    ASSERT_EQ(items.size(), 8u);
+    EXPECT_STREQ(items[2].text, "******");
+    EXPECT_STREQ(TDB_pszBuffer[0], "secret");
+    EXPECT_EQ(items[4].count * 10 + items[4].value, 30); // three choices, none chosen
+    EXPECT_EQ(items[5].count, 2);
+    EXPECT_STREQ(items[6].text, "1,5x");
+    EXPECT_EQ(TDB_bOK[1] + NDB_bOK[0], 0);
 }
