@@ -109,35 +109,6 @@ TEST(DialogRun, PasswordsTakeTheStoredCharacterUnderEachStar) {
     }
 }
 
-TEST(DialogRun, ChoicesAreCutFromTheListText) {
-    Fresh();
-    TexteDlgBox_param(3, 10);
-    const char *values[] = {"Non", "Peut", ""};
-    for (int i = 0; i < 3; ++i) {
-        TexteDlgBox_set_liste(i, i < 2 ? "Oui+Non,Peut-\xEAtre" : "A$B$");
-        TexteDlgBox_set(i, values[i]);
-        TexteDlgBox_set_geo(i, 5, 5 + 20 * i, 80, 12, i);
-    }
-    TexteDlgBox_change_liste(2);
-    Items items;
-    char third[32] = "", last[32] = "?";
-    Show({Snap(&items,
-               [&](WindowRef w) {
-                   vitrail_dialog_item_row(w, 3, 3, third, sizeof third);
-                   vitrail_dialog_item_row(w, 5, 2, last, sizeof last);
-                   Row(4, 3)(w), Row(5, 1)(w);
-               }),
-          Key(vitrail_key_escape)});
-    ASSERT_EQ(items.size(), 5u);
-    EXPECT_EQ(items[2].count * 10 + items[2].value, 32); // "-" does not separate
-    EXPECT_EQ(items[3].value, 0);                        // "Peut" is no choice
-    EXPECT_EQ(items[4].count * 10 + items[4].selected, 29);
-    EXPECT_STREQ(third, "Peut-\xEAtre");
-    EXPECT_STREQ(last, "");
-    EXPECT_STREQ(TDB_pszBuffer[1], "Peut-\xEAtre");
-    EXPECT_STREQ(TDB_pszBuffer[2], "B");
-}
-
 TEST(DialogRun, DatesAreReadFromTheirThreeBoxes) {
     // Edits of the day (3), month (4) and year (5) boxes of 01/01/2024: the
     // box's text is replaced, or "+" types at its end; "" empties the box.
@@ -170,14 +141,16 @@ TEST(DialogRun, DatesAreReadFromTheirThreeBoxes) {
     }
 }
 
-TEST(DialogRun, HooksUpdateShownFields) {
+TEST(DialogRun, ChoicesAreCutFromTheListTextAndHooksUpdateFields) {
     Fresh();
     TexteDlgBox_param(4, 10);
-    for (int i = 0; i < 4; ++i) TexteDlgBox_set_geo(i, 5, 5 + 15 * i, 80, 12, i);
+    const char *values[] = {"", "Peut", "Non", ""};
+    for (int i = 0; i < 4; ++i) {
+        if (i) TexteDlgBox_set_liste(i, i < 3 ? "Oui+Non,Peut-\xEAtre" : "A$B$");
+        TexteDlgBox_set(i, values[i]);
+        TexteDlgBox_set_geo(i, 5, 5 + 15 * i, 80, 12, i);
+    }
     TexteDlgBox_password(0, 1);
-    TexteDlgBox_set(1, "abc");
-    TexteDlgBox_set_liste(2, "X");
-    TexteDlgBox_set_liste(3, "X");
     TexteDlgBox_change_liste(3);
     NumDlgBox_param(1, 20);
     NumDlgBox_set_geo(0, 5, 65, 40, 12, 4);
@@ -192,13 +165,24 @@ TEST(DialogRun, HooksUpdateShownFields) {
         QarDlgBox_texte_set(-1, "x"), QarDlgBox_texte_set(4, "x"), QarDlgBox_num_set(1, "x");
         return QarDlgBox_num_set(0, "1,5x");
     });
-    Items items;
-    Show({Click(8), Snap(&items)});
-    ASSERT_EQ(items.size(), 8u);
-    EXPECT_STREQ(items[2].text, "******");
-    EXPECT_STREQ(TDB_pszBuffer[0], "secret");
-    EXPECT_EQ(items[4].count * 10 + items[4].value, 30); // three choices, none chosen
-    EXPECT_EQ(items[5].count, 2);
-    EXPECT_STREQ(items[6].text, "1,5x");
+    Items before, after;
+    char third[32] = "", last[32] = "?";
+    Show({Snap(&before,
+               [&](WindowRef w) {
+                   vitrail_dialog_item_row(w, 5, 3, third, sizeof third);
+                   vitrail_dialog_item_row(w, 6, 2, last, sizeof last);
+                   Row(5, 3)(w), Row(6, 1)(w);
+               }),
+          Click(8), Snap(&after)});
+    ASSERT_EQ(before.size() + after.size(), 16u);
+    EXPECT_EQ(before[4].count * 10 + before[4].value, 32); // "-" does not separate
+    EXPECT_EQ(before[3].value, 0);                         // "Peut" is no choice
+    EXPECT_EQ(before[5].count * 10 + before[5].selected, 29);
+    EXPECT_EQ(std::string(third) + "|" + last, "Peut-\xEAtre|");
+    EXPECT_EQ(std::string(TDB_pszBuffer[2]) + "|" + TDB_pszBuffer[3], "Peut-\xEAtre|B");
+    EXPECT_EQ(std::string(after[2].text) + "|" + TDB_pszBuffer[0], "******|secret");
+    EXPECT_EQ(after[4].count * 10 + after[4].value, 30); // three choices, none chosen
+    EXPECT_EQ(after[5].count, 2);
+    EXPECT_STREQ(after[6].text, "1,5x");
     EXPECT_EQ(TDB_bOK[1] + NDB_bOK[0], 0);
 }
