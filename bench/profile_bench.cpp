@@ -36,6 +36,8 @@
 #include <vitrail/platform.h>
 #include <vitrail/profile.h>
 
+#include "bench/medians.h"
+
 namespace {
 
 constexpr int kLine = 52, kPerSection = 100;
@@ -168,29 +170,12 @@ BENCHMARK(BM_ReadWrite)->DenseRange(0, 2);
 BENCHMARK(BM_DurableReadWrite)->DenseRange(0, 2);
 BENCHMARK(BM_Set)->DenseRange(0, 2);
 
-// Console output, plus the median wall and CPU time of every benchmark.
-class Recorder : public benchmark::ConsoleReporter {
-  public:
-    std::map<std::string, std::pair<double, double>> median;
-    void ReportRuns(const std::vector<Run> &runs) override {
-        for (const Run &r : runs)
-            if (r.aggregate_name == "median")
-                median[r.run_name.str()] = {r.GetAdjustedRealTime(), r.GetAdjustedCPUTime()};
-        ConsoleReporter::ReportRuns(runs);
-    }
-};
-
 } // namespace
 
 int main(int argc, char **argv) {
     Setup();
-    std::vector<char *> args(argv, argv + argc);
-    char reps[] = "--benchmark_repetitions=7", interleave[] = "--benchmark_enable_random_interleaving=true",
-         minTime[] = "--benchmark_min_time=0.1", aggregates[] = "--benchmark_report_aggregates_only=true";
-    args.insert(args.begin() + 1, {reps, interleave, minTime, aggregates});
-    int n = int(args.size());
-    benchmark::Initialize(&n, args.data());
-    Recorder rec;
+    bench::InitializeWithMedians(argc, argv, 7, {"--benchmark_min_time=0.1"});
+    bench::MedianRecorder rec;
     benchmark::RunSpecifiedBenchmarks(&rec);
     auto at = [&](const char *name, int i) { return rec.median[std::string(name) + "/" + std::to_string(i)]; };
     auto ratio = [&](const std::string &job, double a, double b, const char *target) {
@@ -199,11 +184,11 @@ int main(int argc, char **argv) {
     std::printf("\n");
     for (int i = 0; i < 3; ++i) {
         std::string s = kSizes[i];
-        ratio("GetPrivateProfileString " + s + " / open+read+close", at("BM_Get", i).first, at("BM_Read", i).first,
+        ratio("GetPrivateProfileString " + s + " / open+read+close", at("BM_Get", i).real, at("BM_Read", i).real,
               i ? "<= 1.2" : "<= 1.5");
-        ratio("GetPrivateProfileString " + s + " / inih", at("BM_Get", i).first, at("BM_Inih", i).first, "<= 1");
+        ratio("GetPrivateProfileString " + s + " / inih", at("BM_Get", i).real, at("BM_Inih", i).real, "<= 1");
         for (int cpu = 0; cpu < 2; ++cpu) {
-            auto pick = [&](const char *name) { return cpu ? at(name, i).second : at(name, i).first; };
+            auto pick = [&](const char *name) { return cpu ? at(name, i).cpu : at(name, i).real; };
             std::string kind = cpu ? " (CPU)" : " (wall)";
             ratio("WritePrivateProfileString " + s + " / read+write" + kind, pick("BM_Set"), pick("BM_ReadWrite"),
                   "<= 1.5");
@@ -213,9 +198,9 @@ int main(int argc, char **argv) {
     }
     // How each cost grows from 10 KB to 10 MB: time ~ size^exponent.
     for (const char *name : {"BM_Read", "BM_Get", "BM_Inih", "BM_ReadWrite", "BM_DurableReadWrite", "BM_Set"})
-        if (at(name, 0).first > 0)
-            std::printf("growth\t%s\t%.3g us .. %.3g us\texponent %.2f\n", name, at(name, 0).first / 1e3,
-                        at(name, 2).first / 1e3, std::log(at(name, 2).first / at(name, 0).first) / std::log(1024.0));
+        if (at(name, 0).real > 0)
+            std::printf("growth\t%s\t%.3g us .. %.3g us\texponent %.2f\n", name, at(name, 0).real / 1e3,
+                        at(name, 2).real / 1e3, std::log(at(name, 2).real / at(name, 0).real) / std::log(1024.0));
     benchmark::Shutdown();
     std::filesystem::remove_all(root);
     return 0;

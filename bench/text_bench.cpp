@@ -29,6 +29,8 @@
 #include <vitrail/draw.h>
 #include <vitrail/platform.h>
 
+#include "bench/medians.h"
+
 namespace {
 
 constexpr int kWidth = 420, kHeight = 40, kPixels = 12;
@@ -163,29 +165,10 @@ BENCHMARK(BM_FloorLoadRender);
 BENCHMARK(BM_GetTextExtentExt);
 BENCHMARK(BM_FloorAdvanceSum);
 
-// Console output, plus the median time per iteration of every job.
-class Recorder : public benchmark::ConsoleReporter {
-  public:
-    std::map<std::string, double> ns;
-    void ReportRuns(const std::vector<Run> &runs) override {
-        for (const Run &r : runs)
-            if (r.run_type == Run::RT_Aggregate && r.aggregate_name == "median")
-                ns[r.run_name.function_name] = r.GetAdjustedRealTime();
-        ConsoleReporter::ReportRuns(runs);
-    }
-};
-
 } // namespace
 
 int main(int argc, char **argv) {
-    // Interleaved repetitions and their medians; later flags on the command line win.
-    char reps[] = "--benchmark_repetitions=9",
-         mix[] = "--benchmark_enable_random_interleaving=true",
-         agg[] = "--benchmark_report_aggregates_only=true";
-    std::vector<char *> args{argv[0], reps, mix, agg};
-    args.insert(args.end(), argv + 1, argv + argc);
-    int n = int(args.size());
-    benchmark::Initialize(&n, args.data());
+    bench::InitializeWithMedians(argc, argv, 9);
     port = vitrail_port_new(kWidth, kHeight);
     vitrail_port_set_current(port);
     ch_font_set(port, "Geneva", 0, 255, kPixels);
@@ -193,11 +176,11 @@ int main(int argc, char **argv) {
         std::fprintf(stderr, "text_bench: no port or no DejaVu Sans\n");
         return 1;
     }
-    Recorder rec;
+    bench::MedianRecorder rec;
     benchmark::RunSpecifiedBenchmarks(&rec);
     auto ratio = [&](const char *job, const char *a, const char *b, const char *target) {
-        if (rec.ns[a] > 0 && rec.ns[b] > 0)
-            std::printf("ratio\t%s\t%.2f\t%s\n", job, rec.ns[a] / rec.ns[b], target);
+        if (rec.median[a].real > 0 && rec.median[b].real > 0)
+            std::printf("ratio\t%s\t%.2f\t%s\n", job, rec.median[a].real / rec.median[b].real, target);
     };
     std::printf("\n");
     ratio("TextOut_Ext / cached-glyph blit", "BM_TextOutExt", "BM_FloorCachedBlit", "<= 3");
