@@ -8,7 +8,9 @@
 #include <vitrail/numdate.h>
 #include <vitrail/strings.h>
 
+#include <algorithm>
 #include <cctype>
+#include <cstring>
 #include <cstdint>
 
 namespace {
@@ -31,16 +33,23 @@ int32_t read_integer(char *text, int64_t limit, int32_t *value) {
     return 0;
 }
 
-// Writes the digits of value by insertion at position 0, as the narrow-buffer
-// result requires; widest is the size below which the result is 1.
+// Writes value in decimal; widest is the size below which the result is 1.
+// A text that does not fit leaves the size - 1 low-order digits it would
+// end with (no "-"), as inserting digit by digit from the right would.
 int32_t write_integer(int32_t value, char *buf, int32_t size, int32_t widest) {
     if (!buf || size < 1) return 2;
-    buf[0] = '\0';
-    int64_t magnitude = value < 0 ? -static_cast<int64_t>(value) : value;
-    if (magnitude == 0 && !chinsch_c(buf, size, '0', 0)) return 2;
-    for (; magnitude > 0; magnitude /= 10)
-        if (!chinsch_c(buf, size, static_cast<char>('0' + magnitude % 10), 0)) return 2;
-    if (value < 0 && !chinsch_c(buf, size, '-', 0)) return 2;
+    char text[12];
+    char *p = text + sizeof text;
+    uint32_t magnitude = value < 0 ? 0u - static_cast<uint32_t>(value) : value;
+    do *--p = static_cast<char>('0' + magnitude % 10);
+    while ((magnitude /= 10) > 0);
+    const auto digits = static_cast<int32_t>(text + sizeof text - p);
+    if (value < 0) *--p = '-';
+    const auto len = static_cast<int32_t>(text + sizeof text - p);
+    const int32_t kept = len <= size - 1 ? len : std::min(digits, size - 1);
+    std::memcpy(buf, text + sizeof text - kept, static_cast<size_t>(kept));
+    buf[kept] = '\0';
+    if (kept < len) return 2;
     return size < widest ? 1 : 0;
 }
 

@@ -21,81 +21,84 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 namespace {
 
-bool all_digits(const char *begin, const char *end) {
-    for (; begin < end; ++begin)
-        if (!std::isdigit(static_cast<unsigned char>(*begin))) return false;
+bool all_digits(std::string_view s) {
+    for (char c : s)
+        if (!std::isdigit(static_cast<unsigned char>(c))) return false;
     return true;
 }
 
-// Digits weighted 1, 10, 100... from the right, then the fraction digits
-// weighted 0.1, 0.01... from the left. Leading zeros are skipped so that a
-// long run of them cannot turn an infinite weight into NaN.
-double digits_value(const char *ib, const char *ie, const char *fb, const char *fe) {
-    while (ib < ie && *ib == '0') ++ib;
-    double value = 0.0, weight = 1.0;
-    for (const char *p = ie; p > ib; --p) {
-        value += (p[-1] - '0') * weight;
-        weight *= 10.0;
-    }
-    weight = 1.0;
-    for (const char *p = fb; p < fe; ++p) {
-        weight /= 10.0;
-        value += (*p - '0') * weight;
-    }
-    return value;
-}
+// Significant digits handed to the parser. The first 768 digits decide
+// every double; later ones only break a tie, so a cut tail is stood for by
+// one extra "1" digit, which rounds exactly as the whole tail would.
+constexpr size_t kKeptDigits = 780;
 
-// Multiplies (n > 0) or divides (n < 0) by 10 |n| times; stops once the value
-// is 0 or infinite, where further steps change nothing.
-double apply_exponent(double value, int64_t n) {
-    for (; n > 0 && value != 0.0 && !std::isinf(value); --n) value *= 10.0;
-    for (; n < 0 && value != 0.0 && !std::isinf(value); ++n) value /= 10.0;
-    return value;
-}
+// The digits of int and frac read as one digit string.
+struct Digits {
+    std::string_view whole, fraction;
+    size_t size() const { return whole.size() + fraction.size(); }
+    char operator[](size_t i) const {
+        return i < whole.size() ? whole[i] : fraction[i - whole.size()];
+    }
+};
 
-// The correctly rounded value of int.frac x 10^exponent (the nearest
-// double, as a compiler reads the literal). Beyond the double range, and
-// should the work text fail to allocate, the digit arithmetic decides
-// between infinity and zero.
-double decimal_value(const char *ib, const char *ie, const char *fb, const char *fe,
-                     int32_t exponent) {
-    try {
-        std::string text = "0"; // keeps ".5" and "." readable
-        text.append(ib, ie).append(".").append(fb, fe).append("e");
-        text += std::to_string(exponent);
-        double value = 0.0;
-        const auto r = std::from_chars(text.data(), text.data() + text.size(), value);
-        if (r.ec == std::errc()) return value;
-    } catch (...) {}
-    return apply_exponent(digits_value(ib, ie, fb, fe), exponent);
+// The nearest double to int.frac x 10^exponent, as a compiler reads the
+// literal: infinity above the double range, zero below it.
+double decimal_value(Digits d, int32_t exponent) {
+    size_t first = 0, last = d.size();
+    while (first < last && d[first] == '0') ++first;
+    while (last > first && d[last - 1] == '0') --last;
+    if (first == last) return 0.0;
+    // value = digits first..last x 10^scale
+    int64_t scale = int64_t{exponent} - static_cast<int64_t>(d.fraction.size()) +
+                    static_cast<int64_t>(d.size() - last);
+    std::array<char, kKeptDigits + 16> text;
+    const size_t kept = std::min(last - first, kKeptDigits);
+    for (size_t i = 0; i < kept; ++i) text[i] = d[first + i];
+    size_t n = kept;
+    if (kept < last - first) {
+        scale += static_cast<int64_t>(last - first - kept) - 1;
+        text[n++] = '1';
+    }
+    // The number lies in [10^(order - 1), 10^order).
+    const int64_t order = static_cast<int64_t>(n) + scale;
+    if (order > 400) return HUGE_VAL;
+    if (order < -400) return 0.0;
+    text[n++] = 'e';
+    n = static_cast<size_t>(std::to_chars(text.data() + n, text.data() + text.size(), scale).ptr -
+                            text.data());
+    double value = 0.0;
+    const auto r = std::from_chars(text.data(), text.data() + n, value);
+    if (r.ec == std::errc::result_out_of_range) return order > 0 ? HUGE_VAL : 0.0;
+    return value;
 }
 
 int32_t read_real(char *text, double *out) {
     if (!text || chelibl_f(text) == 0 || chelibl_d(text) == 0) return 1;
-    char *p = text;
-    const bool negative = *p == '-';
-    if (*p == '+' || *p == '-') ++p;
-    if (*p == '\0') return 2;
-    const int32_t len = static_cast<int32_t>(std::strlen(p));
-    int32_t marker = chcher_c('e', p);
-    if (marker < 0) marker = chcher_c('E', p);
-    const int32_t mantissa_end = marker < 0 ? len : marker;
-    int32_t point = chcher_c('.', p);
-    if (point < 0) point = chcher_c(',', p);
-    if (point >= mantissa_end) point = -1;
-    const int32_t int_end = point < 0 ? mantissa_end : point;
-    const int32_t frac_begin = point < 0 ? mantissa_end : point + 1;
-    if (!all_digits(p, p + int_end)) return 3;
-    if (!all_digits(p + frac_begin, p + mantissa_end)) return 4;
+    std::string_view rest = text;
+    const bool negative = rest[0] == '-';
+    if (rest[0] == '+' || rest[0] == '-') rest.remove_prefix(1);
+    if (rest.empty()) return 2;
+    size_t marker = rest.find('e');
+    if (marker == std::string_view::npos) marker = rest.find('E');
+    const std::string_view mantissa = rest.substr(0, marker);
+    size_t point = rest.find('.');
+    if (point == std::string_view::npos) point = rest.find(',');
+    if (point >= mantissa.size()) point = mantissa.size();
+    const Digits digits{mantissa.substr(0, point),
+                        mantissa.substr(std::min(point + 1, mantissa.size()))};
+    if (!all_digits(digits.whole)) return 3;
+    if (!all_digits(digits.fraction)) return 4;
     int32_t exponent = 0;
-    if (marker >= 0 && p[marker + 1] != '\0') {
-        if (int32_t code = intcod_l(p + marker + 1, &exponent)) return code + 4;
+    if (marker != std::string_view::npos && marker + 1 < rest.size()) {
+        char *exponent_text = text + (rest.data() - text) + marker + 1;
+        if (int32_t code = intcod_l(exponent_text, &exponent)) return code + 4;
     }
-    const double value = decimal_value(p, p + int_end, p + frac_begin, p + mantissa_end, exponent);
+    const double value = decimal_value(digits, exponent);
     if (out) *out = negative ? -value : value;
     return 0;
 }

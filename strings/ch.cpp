@@ -10,6 +10,7 @@
 //   chinsch(_c)   dst, ins|byte  dst within size       bytes inserted or 0
 #include <vitrail/strings.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string_view>
 
@@ -44,16 +45,6 @@ int32_t TrimStart(char *s, char c) {
 size_t ClampInsert(int32_t pos, size_t len) {
     if (pos < 0) return 0;
     return static_cast<size_t>(pos) < len ? static_cast<size_t>(pos) : len;
-}
-
-// How many leading bytes of ins (li bytes) stay in place when the tail of a
-// string, from gap to its terminator at end, moves right: all of them unless
-// ins itself lies in that tail.
-size_t UnmovedPart(const char *ins, size_t li, const char *gap, const char *end) {
-    const auto addr = [](const char *p) { return reinterpret_cast<uintptr_t>(p); };
-    if (addr(ins) >= addr(gap) && addr(ins) <= addr(end)) return 0;
-    if (addr(ins) < addr(gap) && addr(ins) + li > addr(gap)) return addr(gap) - addr(ins);
-    return li;
 }
 
 } // namespace
@@ -115,11 +106,11 @@ VITRAIL_API int32_t chinsch(char *dst, int32_t size, const char *ins, int32_t po
     if (static_cast<int64_t>(ld) + static_cast<int64_t>(li) > static_cast<int64_t>(size) - 1)
         return 0;
     if (li == 0) return 0;
-    const size_t at = ClampInsert(pos, ld);
-    const size_t head = UnmovedPart(ins, li, dst + at, dst + ld);
-    std::memmove(dst + at + li, dst + at, ld - at + 1);
-    std::memmove(dst + at, ins, head);
-    if (head < li) std::memmove(dst + at + head, ins + head + li, li - head);
+    // Append ins (memmove copes with ins anywhere in dst, even past its
+    // terminator), then rotate the appended bytes into place.
+    std::memmove(dst + ld, ins, li);
+    dst[ld + li] = '\0';
+    std::rotate(dst + ClampInsert(pos, ld), dst + ld, dst + ld + li);
     return static_cast<int32_t>(li);
 }
 
