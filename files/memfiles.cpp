@@ -7,6 +7,7 @@
 // A memory handle is the block's address, so locking is the identity. Handles
 // outside 0..4 and negative counts or offsets are refused: reads and writes
 // answer 0, seeks -1, pointers null.
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
@@ -132,6 +133,11 @@ VITRAIL_API int32_t MFil_Re_Read(int32_t handle, void *buffer, int32_t count) {
 VITRAIL_API int32_t MFil_Write(int32_t handle, const void *buffer, int32_t count) {
     DATA_MFIL *s = Writable(handle);
     if (!s || count < 0) return 0;
+    // A source inside the block (from MFil_LockPtr) is found again after a move.
+    const auto from = reinterpret_cast<uintptr_t>(buffer);
+    const auto base = reinterpret_cast<uintptr_t>(s->hMem);
+    const bool inside = from >= base && from - base < uintptr_t(s->lAlloc);
+    if (inside && uintptr_t(count) > uintptr_t(s->lAlloc) - (from - base)) return 0;
     int64_t end = int64_t(s->lPos) + count;
     if (end > s->lAlloc) {
         int64_t want = count >= kMinAlloc ? end : int64_t(s->lPos) + kMinAlloc;
@@ -143,8 +149,8 @@ VITRAIL_API int32_t MFil_Write(int32_t handle, const void *buffer, int32_t count
     }
     auto *block = static_cast<char *>(GlobalLock(s->hMem));
     if (!block) return 0;
-    // Bytes already in place (a caller that filled the block directly) are not copied.
-    if (count > 0 && block + s->lPos != buffer) std::memcpy(block + s->lPos, buffer, size_t(count));
+    const char *source = inside ? block + (from - base) : static_cast<const char *>(buffer);
+    if (count > 0) std::memmove(block + s->lPos, source, size_t(count));
     s->lPos += count;
     if (s->lPos > s->lSize) s->lSize = s->lPos;
     GlobalUnlock(s->hMem);

@@ -23,6 +23,7 @@
 #include "unixtools/shell.h"
 
 using unixtools::NoThrow;
+using unixtools::QuotePath;
 using unixtools::ShellQuote;
 
 extern "C" {
@@ -32,6 +33,10 @@ VITRAIL_API int32_t BSDtest = 0;
 namespace {
 
 constexpr std::string_view kSudo = "sudo ";
+
+std::string CopyCommand(const char *source, const char *folder) {
+    return "cp -R " + QuotePath(source) + " " + QuotePath(folder);
+}
 
 int32_t Run(const std::string &command) {
     return BSDInvokeTool(command.c_str(), nullptr, 0);
@@ -46,7 +51,7 @@ int32_t RunFed(const std::string &command, const char *password) {
 template <typename Remove>
 int32_t RemoveChecked(const char *path, Remove &&remove) {
     if (!path || !*path || !BSDIsExisting(path)) return -1;
-    remove(ShellQuote(path));
+    remove(QuotePath(path));
     return BSDIsExisting(path) ? -1 : 0;
 }
 
@@ -90,7 +95,7 @@ int32_t CopyChecked(const char *source, const char *folder, Remove &&remove, Cop
     std::optional<std::string> target = CopyTarget(source, folder);
     if (!target) return -1;
     if (BSDIsExisting(target->c_str()) && remove(target->c_str()) != 0) return -1;
-    copy("cp -R " + ShellQuote(source) + " " + ShellQuote(folder));
+    copy(CopyCommand(source, folder));
     return BSDIsExisting(target->c_str()) ? 0 : -1;
 }
 
@@ -141,7 +146,7 @@ VITRAIL_API int32_t BSDIsExisting(const char *path) {
     if (!path) return 0;
     return NoThrow<int32_t>(0, [&] {
         std::array<char, 2> out{};
-        BSDInvokeTool(("ls -a " + ShellQuote(path)).c_str(), out.data(), int32_t(out.size()));
+        BSDInvokeTool(("ls -a " + QuotePath(path)).c_str(), out.data(), int32_t(out.size()));
         return out[0] != '\0' ? 1 : 0;
     });
 }
@@ -163,7 +168,7 @@ VITRAIL_API int32_t BSDRemove_psw(const char *path, const char *password) {
 VITRAIL_API int32_t BSDSCopy(const char *source, const char *folder) {
     if (!source || !folder) return -1;
     return NoThrow<int32_t>(
-        -1, [&] { return Run("cp -R " + ShellQuote(source) + " " + ShellQuote(folder)); });
+        -1, [&] { return Run(CopyCommand(source, folder)); });
 }
 
 VITRAIL_API int32_t BSDCopy(const char *source, const char *folder) {
@@ -208,7 +213,7 @@ VITRAIL_API int32_t BSDprocesst(const char *) {
 
 VITRAIL_API int32_t BSDopen(const char *path) {
     if (!path) return -1;
-    return NoThrow<int32_t>(-1, [&] { return Run("xdg-open " + ShellQuote(path)); });
+    return NoThrow<int32_t>(-1, [&] { return Run("xdg-open " + QuotePath(path)); });
 }
 
 } // extern "C"

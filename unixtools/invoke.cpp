@@ -112,6 +112,10 @@ std::string ShellQuote(std::string_view text) {
     return quoted += '\'';
 }
 
+std::string QuotePath(std::string_view path) {
+    return !path.empty() && path[0] == '-' ? ShellQuote("./" + std::string(path)) : ShellQuote(path);
+}
+
 int32_t InvokeLines(const char *command, LineSink sink, void *context) {
     return RunPiped<FreadFn>(command, "r", "fread", [&](FILE *pipe, FreadFn read) {
         std::array<char, kLineChars + 1> line;

@@ -12,6 +12,10 @@ namespace unixtools {
 // written '\'' so that it never ends the quoting.
 std::string ShellQuote(std::string_view text);
 
+// `path` as one shell word that no command reads as an option: quoted as
+// ShellQuote does, "./" put before a path that begins with "-".
+std::string QuotePath(std::string_view path);
+
 // Runs `command` and hands each output line to `sink` with `context` as
 // BSDInvokeToolPr does. Answers the wait status, or -1 when the command
 // cannot be run.
