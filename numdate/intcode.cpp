@@ -8,6 +8,8 @@
 #include <vitrail/numdate.h>
 #include <vitrail/strings.h>
 
+#include "strings/trim.h"
+
 #include <algorithm>
 #include <cctype>
 #include <cstring>
@@ -18,7 +20,7 @@ namespace {
 // Trims text in place, checks the form [sign]digits and reads the magnitude
 // exactly (saturating above limit, so any number of leading zeros is fine).
 int32_t read_integer(char *text, int64_t limit, int32_t *value) {
-    if (!text || chelibl_f(text) == 0 || chelibl_d(text) == 0) return 1;
+    if (!text || strings::TrimBlanks(text) == 0) return 1;
     const char *p = text;
     const bool negative = *p == '-';
     if (*p == '+' || *p == '-') ++p;

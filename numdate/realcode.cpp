@@ -12,6 +12,8 @@
 #include <vitrail/numdate.h>
 #include <vitrail/strings.h>
 
+#include "strings/trim.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -28,8 +30,19 @@ namespace {
 
 bool all_digits(std::string_view s) {
     for (char c : s)
-        if (!std::isdigit(static_cast<unsigned char>(c))) return false;
+        if (static_cast<unsigned char>(c - '0') > 9) return false;
     return true;
+}
+
+// Position of the first a in s, else of the first b, else npos (one pass:
+// the texts are short and this runs for every number read).
+size_t first_of(std::string_view s, char a, char b) {
+    size_t at_b = std::string_view::npos;
+    for (size_t i = 0; i < s.size(); ++i) {
+        if (s[i] == a) return i;
+        if (s[i] == b && at_b == std::string_view::npos) at_b = i;
+    }
+    return at_b;
 }
 
 // Significant digits handed to the parser. The first 768 digits decide
@@ -78,17 +91,16 @@ double decimal_value(Digits d, int32_t exponent) {
 }
 
 int32_t read_real(char *text, double *out) {
-    if (!text || chelibl_f(text) == 0 || chelibl_d(text) == 0) return 1;
-    std::string_view rest = text;
+    if (!text) return 1;
+    const size_t len = strings::TrimBlanks(text);
+    if (len == 0) return 1;
+    std::string_view rest(text, len);
     const bool negative = rest[0] == '-';
     if (rest[0] == '+' || rest[0] == '-') rest.remove_prefix(1);
     if (rest.empty()) return 2;
-    size_t marker = rest.find('e');
-    if (marker == std::string_view::npos) marker = rest.find('E');
+    const size_t marker = first_of(rest, 'e', 'E');
     const std::string_view mantissa = rest.substr(0, marker);
-    size_t point = rest.find('.');
-    if (point == std::string_view::npos) point = rest.find(',');
-    if (point >= mantissa.size()) point = mantissa.size();
+    const size_t point = std::min(first_of(rest, '.', ','), mantissa.size());
     const Digits digits{mantissa.substr(0, point),
                         mantissa.substr(std::min(point + 1, mantissa.size()))};
     if (!all_digits(digits.whole)) return 3;

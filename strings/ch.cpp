@@ -14,31 +14,34 @@
 #include <cstring>
 #include <string_view>
 
+#include "strings/trim.h"
+
 namespace {
 
 std::string_view View(const char *s) {
     return s ? std::string_view(s) : std::string_view();
 }
 
-// Cuts trailing bytes equal to c; c = 0 cuts nothing.
-int32_t TrimEnd(char *s, char c) {
-    if (!s) return 0;
-    size_t n = std::strlen(s);
+// Cuts the trailing bytes equal to c from s of length n; c = 0 cuts nothing.
+size_t TrimEnd(char *s, size_t n, char c) {
     if (c != '\0')
         while (n > 0 && s[n - 1] == c) --n;
     s[n] = '\0';
-    return static_cast<int32_t>(n);
+    return n;
 }
 
-// Cuts leading bytes equal to c, moving the rest (terminator included) down.
-int32_t TrimStart(char *s, char c) {
-    if (!s) return 0;
-    size_t len = std::strlen(s);
+// Cuts the leading bytes equal to c from s of length len, moving the rest
+// (terminator included) down.
+size_t TrimStart(char *s, size_t len, char c) {
     size_t k = 0;
     if (c != '\0')
         while (s[k] == c) ++k;
     if (k > 0) std::memmove(s, s + k, len - k + 1);
-    return static_cast<int32_t>(len - k);
+    return len - k;
+}
+
+int32_t Trimmed(char *s, char c, size_t (*trim)(char *, size_t, char)) {
+    return s ? static_cast<int32_t>(trim(s, std::strlen(s), c)) : 0;
 }
 
 // Insertion point for a position into a string of length len.
@@ -49,22 +52,30 @@ size_t ClampInsert(int32_t pos, size_t len) {
 
 } // namespace
 
+namespace strings {
+
+size_t TrimBlanks(char *s) {
+    return TrimStart(s, TrimEnd(s, std::strlen(s), ' '), ' ');
+}
+
+} // namespace strings
+
 extern "C" {
 
 VITRAIL_API int32_t chelibl_f(char *s) {
-    return TrimEnd(s, ' ');
+    return Trimmed(s, ' ', TrimEnd);
 }
 
 VITRAIL_API int32_t chelibl_d(char *s) {
-    return TrimStart(s, ' ');
+    return Trimmed(s, ' ', TrimStart);
 }
 
 VITRAIL_API int32_t chelicar_f(char *s, char c) {
-    return TrimEnd(s, c);
+    return Trimmed(s, c, TrimEnd);
 }
 
 VITRAIL_API int32_t chelicar_d(char *s, char c) {
-    return TrimStart(s, c);
+    return Trimmed(s, c, TrimStart);
 }
 
 VITRAIL_API int32_t chcomp(const char *a, const char *b) {
