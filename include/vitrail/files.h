@@ -130,21 +130,36 @@ VITRAIL_API int32_t GlobalUnlock(HGLOBAL hMem);
  * ignored. Returns the handle 0..4, -1 when no slot is free or memory is
  * short, -2 when the block cannot be locked. */
 VITRAIL_API int32_t MFil_Open(const char *name, int32_t size, int32_t minSize);
-/* Frees the slot's block and the slot; returns 0. */
+/* Frees the slot's block and the slot; returns 0 (also for a handle outside
+ * 0..4 or a free slot, which are left alone). */
 VITRAIL_API int32_t MFil_Close(int32_t handle);
+/* The bytes written so far (the highest position reached); 0 for a handle
+ * outside 0..4 (a free slot holds 0). */
 VITRAIL_API int32_t MFil_Size(int32_t handle);
+/* The position; 0 for a handle outside 0..4. */
 VITRAIL_API int32_t MFil_GetPos(int32_t handle);
-/* Copies up to `count` bytes from the position; returns the bytes copied. */
+/* Copies up to `count` bytes from the position, clipped to the size, and
+ * moves past them; returns the bytes copied (0 at the end, for a slot not
+ * open for reading or a negative count). */
 VITRAIL_API int32_t MFil_Read(int32_t handle, void *buffer, int32_t count);
 /* Copies again the `count` bytes just before the position (fewer at the
  * start); the position ends where it was. Returns the bytes copied. */
 VITRAIL_API int32_t MFil_Re_Read(int32_t handle, void *buffer, int32_t count);
 /* Writes `count` bytes at the position, growing the block by at least 4096
- * bytes when needed. Returns `count`, or 0 when it cannot grow. */
+ * bytes when needed (the block may move: pointers from MFil_LockPtr are
+ * then stale), and moves past them. The source may lie in the file's own
+ * block (from MFil_LockPtr, overlapping the target or not): it is read
+ * where the block is after growing. Returns `count`; 0 when the block
+ * cannot grow (or would pass 2 GiB), for a slot not open for writing, a
+ * negative count, or a source inside the block whose `count` bytes run past
+ * the block's end. Nothing changes when 0 is returned for a count above 0. */
 VITRAIL_API int32_t MFil_Write(int32_t handle, const void *buffer, int32_t count);
-/* Moves to `offset` (0..size); returns 0, or -1 out of range. */
+/* Moves to `offset` (0..size); returns 0, or -1 out of range or for a
+ * handle outside 0..4 or a free slot. */
 VITRAIL_API int32_t MFil_Lseek(int32_t handle, int32_t offset);
-/* The address of the byte at `offset` (0..size-1), or null. */
+/* The address of the byte at `offset` (0..size-1) of a slot open for
+ * reading, or null (an empty file has none). Valid until the next write
+ * that grows the block or the close. */
 VITRAIL_API void *MFil_LockPtr(int32_t handle, int32_t offset);
 /* Pairs with MFil_LockPtr; returns 0. */
 VITRAIL_API int32_t MFil_UnLockPtr(int32_t handle);

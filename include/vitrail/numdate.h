@@ -24,8 +24,9 @@ VITRAIL_BEGIN_DECLS
 
 /* ---- Integer text coding ------------------------------------------------ */
 
-/* Reads a decimal integer. The text is trimmed of blanks in place whatever
- * the outcome. Returns 0 and stores the value, or: 1 empty or blanks only,
+/* Reads a decimal integer from ASCII text (a byte of 0x80 and above is not a
+ * digit: code 3). The text is trimmed of blanks in place whatever the
+ * outcome. Returns 0 and stores the value, or: 1 empty or blanks only,
  * 2 only a sign, 3 a byte after the sign that is not a digit, 4 magnitude
  * above 2147483647 (so -2147483648 is refused). Leading zeros are allowed in
  * any number; the magnitude is computed exactly. A null text gives 1; a null
@@ -35,10 +36,10 @@ VITRAIL_API int32_t intcod_l(char *text, int32_t *value);
 /* As intcod_l with the range -32767..32767 (magnitude above 32767 gives 4). */
 VITRAIL_API int32_t intcod_i(char *text, int32_t *value);
 
-/* Writes value in decimal ("-" and digits, "0" for zero) into buf of size
- * bytes (terminator included). Returns 0; 1 when the text fits but size is
- * below 12 (a buffer too small for every value); 2 when it does not fit (buf
- * then holds its low-order digits). -2147483648 is written in full
+/* Writes value in decimal ASCII ("-" and digits, "0" for zero) into buf of
+ * size bytes (terminator included). Returns 0; 1 when the text fits but size
+ * is below 12 (a buffer too small for every value); 2 when it does not fit
+ * (buf then holds its last size - 1 digits, without the "-": not a result). -2147483648 is written in full
  * ("-2147483648"). A null buf or a size below 1 gives 2 and writes nothing. */
 VITRAIL_API int32_t intdco_l(int32_t value, char *buf, int32_t size);
 
@@ -47,9 +48,11 @@ VITRAIL_API int32_t intdco_i(int32_t value, char *buf, int32_t size);
 
 /* ---- Real number text coding -------------------------------------------- */
 
-/* Reads a real number: blanks, sign, integer digits, "." or "," and fraction
- * digits, "e"/"E" and an exponent as intcod_l reads it. The text is trimmed in
- * place. Returns 0 and stores the value, or 1 empty, 2 only a sign, 3 bad
+/* Reads a real number from ASCII text: blanks, sign, integer digits, "." or
+ * "," and fraction digits, "e"/"E" and an exponent as intcod_l reads it
+ * (the first "e", else the first "E"; the first ".", else the first ",",
+ * counting only before the exponent). The text is trimmed in place (and so
+ * is the exponent after its marker). Returns 0 and stores the value, or 1 empty, 2 only a sign, 3 bad
  * integer digit, 4 bad fraction digit, 5..8 the exponent's intcod_l code + 4.
  * The value is the double nearest to the decimal number ("0.3" reads as the
  * literal 0.3). No range check: beyond the double range the result is an
@@ -57,7 +60,8 @@ VITRAIL_API int32_t intdco_i(int32_t value, char *buf, int32_t size);
  * 1; a null value address gives the code without storing. */
 VITRAIL_API int32_t realcod_d(char *text, double *value);
 
-/* As realcod_d, storing the value converted to single precision. */
+/* As realcod_d, storing the double value converted to single precision
+ * (beyond the single range: an infinity of the value's sign). */
 VITRAIL_API int32_t realcod_f(char *text, float *value);
 
 /* Writes value with exactly decimals fraction digits, "." as the point. The
@@ -154,18 +158,33 @@ VITRAIL_API int32_t utdately(int32_t year);
 /* Days in month of year (28..31); 0 for a month outside 1..12. */
 VITRAIL_API int32_t utdatedm(int32_t year, int32_t month);
 
-/* French month name, code page 850 ("F\x82vrier"); "Ill\x82gal" unless 1..12. */
+/* ---- French month and day names -------------------------------------------
+ *
+ * The names and abbreviations below are code page 850 bytes, not Windows
+ * ones: e acute is the byte 0x82 ("F\x82vrier", "D\x82cembre", "Ill\x82gal",
+ * "F\x82V"); every other byte is ASCII. A host that draws or stores a name
+ * with the library's Windows-text services (or keeps it beside Windows
+ * text) first turns each 0x82 into 0xE9, the Windows e acute; drawn as it
+ * is, 0x82 shows another glyph (the C cedilla of Mac OS Roman). The
+ * pointers are to constant tables (never null); the abbreviations live in
+ * static areas that the next call of the same routine overwrites.
+ */
+
+/* French month name ("Janvier".."D\x82cembre"); "Ill\x82gal" for a month
+ * outside 1..12. */
 VITRAIL_API const char *utdatemy(int32_t month);
 
-/* Three-letter capital abbreviation of the month ("JAN", "F\x82V", "AOU"),
- * "ILL" unless 1..12, in a static area overwritten by the next call. */
+/* Three-letter capital abbreviation of the month name ("JAN", "F\x82V",
+ * "AOU"): its first three bytes with ASCII letters in capitals, 0x82 kept;
+ * "ILL" unless 1..12. */
 VITRAIL_API char *utdatemm(int32_t month);
 
-/* French day name, 0 = "Dimanche" .. 6 = "Samedi"; "Ill\x82gal" otherwise. */
+/* French day name, 0 = "Dimanche" .. 6 = "Samedi" (ASCII); "Ill\x82gal"
+ * for any other number. */
 VITRAIL_API const char *utdatedn(int32_t day_of_week);
 
 /* Three-letter capital abbreviation of the day ("DIM".."SAM"), "ILL"
- * otherwise, in a static area overwritten by the next call. */
+ * otherwise. */
 VITRAIL_API char *utdatedd(int32_t day_of_week);
 
 /* Day of the week of a Gregorian date, 0 = Sunday .. 6 = Saturday. Always in
@@ -191,11 +210,18 @@ VITRAIL_API int32_t Get_Date_Diff(int32_t date, uint32_t n);
  * saturated to INT32_MIN/INT32_MAX. */
 VITRAIL_API int32_t Min_depuis_org(int32_t date, int32_t time, int32_t origin);
 
-/* The conversions below read fixed positions of their source and write a
- * terminated text into dst (sizes: 9, 13 or 15 bytes for stored forms, 9 or
- * 11 for display dates, 20 for date and time). Input is not checked; a
- * source shorter than its form reads "0" for the missing bytes (never past
- * its terminator). Results without meaning are 0. */
+/* The conversions below copy fixed byte positions of their source (ASCII
+ * digits expected) into a terminated text in dst (sizes: 9, 13 or 15 bytes
+ * for stored forms, 9 or 11 for display dates, 20 for date and time). They
+ * never check their input: a source shorter than its form reads "0" for the
+ * missing bytes (never past its terminator), other bytes are copied as they
+ * are, and a two-digit year of non-digits is widened as 10 x (b6 - '0') +
+ * (b7 - '0') (still 4 digits). A null dst writes nothing.
+ *
+ * The int32_t results are always 0: "aa/bb/cc" answers 0 as "01/02/24"
+ * does, so 0 never means the date is valid. A host that must know checks
+ * the result itself: intcod_l of the stored text answers 0 and
+ * Validate_Date of the value answers 1 only for a real date. */
 
 /* "DD/MM/YYYY" -> "YYYYMMDD". */
 VITRAIL_API int32_t Qar_Build_Date(const char *src, char *dst);
@@ -216,7 +242,7 @@ VITRAIL_API char *Qar_Inv_Date_Time(const char *src, char *dst);
 /* "DD/MM/YYYY" (exactly 10 bytes) or "DD/MM/YY" -> "DD/MM/YY". */
 VITRAIL_API int32_t Qar_Reduc_Date(const char *src, char *dst);
 
-/* The local date "YYYYMMDD" (9 bytes); returns 0. */
+/* The local date "YYYYMMDD" (9 bytes); returns 0 (null dst: nothing). */
 VITRAIL_API int32_t Qar_Get_Date_short(char *dst);
 /* The local date and time "YYYYMMDDHHMM" (13 bytes); returns 0. */
 VITRAIL_API int32_t Qar_Get_Date_long(char *dst);

@@ -23,11 +23,12 @@ VITRAIL_BEGIN_DECLS
 
 /* ---- zero-terminated strings ------------------------------------------- */
 
-/* Removes trailing blanks in place; returns the new length. */
+/* Removes trailing blanks in place; returns the new length (0 for null). */
 VITRAIL_API int32_t chelibl_f(char *s);
 
 /* Removes leading blanks, moving the rest to the front; returns the new
- * length (the unchanged length when there was no leading blank). */
+ * length (the unchanged length when there was no leading blank; 0 for
+ * null). */
 VITRAIL_API int32_t chelibl_d(char *s);
 
 /* Removes trailing bytes equal to c; returns the new length. c = 0 removes
@@ -60,8 +61,9 @@ VITRAIL_API void chdelch(char *s, int32_t count, int32_t pos);
 /* Inserts ins into dst (of size bytes) at pos; returns the number of bytes
  * inserted. When the result would need more than size - 1 bytes (any size
  * below 1 included) it returns 0 and dst is unchanged. A negative pos inserts
- * at the front, a pos at or past the end appends. ins may be a part of dst
- * itself. */
+ * at the front, a pos at or past the end appends. ins may lie anywhere in
+ * dst's buffer: inside the string or past its terminator (it is read before
+ * anything moves). A null ins inserts nothing (0). */
 VITRAIL_API int32_t chinsch(char *dst, int32_t size, const char *ins, int32_t pos);
 
 /* Inserts the byte c into dst (of size bytes) at pos, positions clamped as
@@ -170,7 +172,10 @@ VITRAIL_API char *Get_item_liste(const char *list, int32_t index);
  *
  * Both convert in place, each byte once; every other byte (all of 0x00-0x7F
  * among them) is left as it is and the length never changes. A null s is
- * ignored.
+ * ignored. Only these French letters are converted: any other byte of
+ * 0x80 and above keeps its value and so shows the other set's glyph for it
+ * (the Windows euro 0x80 is drawn as the Mac OS Roman A diaeresis, the
+ * Mac OS Roman e circumflex 0x90 reaches Windows unchanged).
  */
 
 /* Windows to Mac OS Roman, before a text reaches the platform. */

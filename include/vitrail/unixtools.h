@@ -11,7 +11,8 @@
  *
  * Command lines run by /bin/sh (every path, name and pattern is wrapped in
  * single quotes; a quote inside one is written '\'' so it never ends the
- * quoting and the text reaches the command intact):
+ * quoting and the text reaches the command intact; a path beginning with
+ * "-" is written with "./" before it, so no command reads it as an option):
  *
  *   BSDIsExisting        ls -a '<path>'
  *   BSDRemove            rm -dr '<path>'
@@ -90,7 +91,8 @@ VITRAIL_API int32_t BSDInvokeToolPr(const char *command, BSDLineProcPtr lineCall
 /* ---- File commands (Unix paths) ---- */
 
 /* 1 when `ls -a` prints anything for `path` (it exists), else 0 (also for a
- * null path). */
+ * null or empty path, or one that cannot be listed). A relative path is
+ * taken from the current folder, "-l" as the file named so. */
 VITRAIL_API int32_t BSDIsExisting(const char *path);
 
 /* Removes `path` (files and folders, recursively). 0 when it existed and is
@@ -101,7 +103,9 @@ VITRAIL_API int32_t BSDRemove(const char *path);
 /* The same under sudo, `password` written to its standard input. */
 VITRAIL_API int32_t BSDRemove_psw(const char *path, const char *password);
 
-/* Copies `source` into `folder`; answers the invoker's result, no checks. */
+/* Copies `source` into `folder` (cp -R: the source is never an option, so
+ * "-t<dir>" names a file); answers the invoker's result (the shell's wait
+ * status), -1 for a null argument; no other checks. */
 VITRAIL_API int32_t BSDSCopy(const char *source, const char *folder);
 
 /* Copies `source` into `folder` as <folder>/<last component of source>,
@@ -142,7 +146,10 @@ VITRAIL_API extern int32_t BSDtest;
 
 /* Lists the files of `unixFolder` whose names match `pattern` (grep -i, a
  * basic regular expression; "" matches all). Folders are skipped, a final
- * "*" (executable mark) is dropped. The first `maxCount` names go into the
+ * "*" (executable mark) is dropped; other marks of `ls -F` ("@" for a link,
+ * "|", "=") stay in the name. A name holding a line feed is left out (the
+ * listing shows it as several lines, which are dropped). The folder is read
+ * first in-process: when it cannot be read, nothing is run. The first `maxCount` names go into the
  * 256-byte slots of `table` (cut to 255 characters). Only the first
  * maxCount * 256 - 1 bytes of the listing are read (255 when maxCount is 0
  * or negative). Answers the number of names found, which may exceed
@@ -151,9 +158,10 @@ VITRAIL_API extern int32_t BSDtest;
 VITRAIL_API int16_t BSDDir_FindFiles(char (*table)[256], const char *unixFolder, int16_t maxCount,
                                      const char *pattern);
 
-/* Hands every matching file name of `unixFolder` to `fileCallback` until it
- * answers non-zero. Answers BSDcr, the callback's last answer: 0 for an
- * empty, null or missing folder, a null callback, or when no file matched. */
+/* Hands every matching file name of `unixFolder` (as BSDDir_FindFiles lists
+ * them) to `fileCallback` until it answers non-zero. Answers BSDcr, the
+ * callback's last answer: 0 for an empty, null or missing folder, a null
+ * callback, or when no file matched (the globals then keep their values). */
 VITRAIL_API int32_t BSDDir_ProcessFiles(const char *unixFolder, const char *pattern,
                                         BSDFileProcPtr fileCallback);
 
