@@ -90,6 +90,25 @@ TEST_F(MFilTest, LockPtrStaysInsideTheContent) {
     MFil_Close(h);
 }
 
+// A source inside the file's own block is read where the block is after
+// growing, and may overlap the bytes it replaces.
+TEST_F(MFilTest, WriteFromItsOwnBlock) {
+    int32_t h = MFil_Open("", 1, 1);
+    std::string text(4000, 'a');
+    text += "0123456789";
+    MFil_Write(h, text.data(), int32_t(text.size()));
+    const char *digits = static_cast<const char *>(MFil_LockPtr(h, 4000));
+    EXPECT_EQ(MFil_Write(h, digits, 10), 10); // grows and moves the block
+    EXPECT_EQ(std::string(static_cast<char *>(DATA_MFIL_TAB[h].hMem) + 4000, 20),
+              "01234567890123456789");
+    MFil_Lseek(h, 4002);
+    EXPECT_EQ(MFil_Write(h, MFil_LockPtr(h, 4000), 6), 6); // overlapping
+    EXPECT_EQ(std::string(static_cast<char *>(DATA_MFIL_TAB[h].hMem) + 4000, 10), "0101234589");
+    const char *end = static_cast<const char *>(MFil_LockPtr(h, 4019));
+    EXPECT_EQ(MFil_Write(h, end, DATA_MFIL_TAB[h].lAlloc), 0); // runs past the block
+    EXPECT_EQ(MFil_Size(h), 4020);
+}
+
 TEST_F(MFilTest, SlotTableAndMark) {
     int32_t h[5];
     for (int32_t i = 0; i < 5; ++i) EXPECT_EQ(h[i] = MFil_Open("", 1, 1), i);

@@ -35,6 +35,17 @@ TEST(RealCod, FormsAgainstStrtod) {
         EXPECT_EQ(value, std::strtod(c_text.c_str(), nullptr)) << '"' << form << '"';
     };
     for (const char *form : forms) check(form);
+    // Digit runs beyond the double range: infinity or zero, never NaN.
+    const std::string zeros(400, '0'), nines(401, '9');
+    for (const std::string &form : {"1" + zeros.substr(90), "1" + zeros.substr(91),
+                                    "-1" + zeros.substr(89), nines + "e-1000",
+                                    "1" + zeros + "e-1000", "0." + zeros + "1e400"}) {
+        check(form.c_str());
+        std::string text = form;
+        float f = 777;
+        EXPECT_EQ(realcod_f(text.data(), &f), 0);
+        EXPECT_EQ(f, float(std::strtod(form.c_str(), nullptr))) << form;
+    }
     for (const char *form : extremes) check(form);
     EXPECT_EQ(std::strtod("1e400", nullptr), inf); // the reference itself saturates
 }

@@ -96,6 +96,9 @@ TEST(Ch, Insert) {
     EXPECT_STREQ(self, "abcabc");
     EXPECT_EQ(chinsch(self, 16, self + 1, 2), 5);
     EXPECT_STREQ(self, "abbcabccabc");
+    char past[8] = "ab\0XY"; // a source after the terminator
+    EXPECT_EQ(chinsch(past, 8, past + 3, 0), 2);
+    EXPECT_STREQ(past, "XYab");
     // 8-byte buffer: 7 bytes held leave no room; 6 bytes fill it exactly.
     char full[9] = "abcdefg";
     EXPECT_EQ(chinsch_c(full, 8, 'X', 0), 0);

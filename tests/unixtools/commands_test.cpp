@@ -125,6 +125,24 @@ TEST(Hostile, QuotesAndSubstitutionsNeverRun) {
     EXPECT_EQ(BSDopen(nullptr), -1);
 }
 
+// Relative paths beginning with "-" name files, never options.
+TEST(Hostile, DashPathsAreNeverOptions) {
+    Scratch scratch;
+    InFolder here(scratch.root());
+    EXPECT_EQ(BSDIsExisting("-l"), 0);
+    scratch.touch("-rf");
+    EXPECT_EQ(BSDIsExisting("-rf"), 1);
+    EXPECT_EQ(BSDRemove("-rf"), 0);
+    EXPECT_FALSE(fs::exists(scratch.path("-rf")));
+    scratch.touch("-tdst", "from dash");
+    scratch.touch("src", "plain");
+    scratch.mkdir("dst");
+    scratch.mkdir("into");
+    BSDSCopy("-tdst", "into"); // not "copy into dst"
+    EXPECT_EQ(scratch.read("into/-tdst"), "from dash");
+    EXPECT_FALSE(fs::exists(scratch.path("dst/src")));
+}
+
 TEST(Processes, FindsAndStopsOnlyItsOwnChild) {
     Scratch scratch;
     NamedChild child(scratch.root());

@@ -80,6 +80,23 @@ TEST(FindFiles, CountsBeyondTheTableAndRefusesMissingFolders) {
     EXPECT_STREQ(table[0], "untouched");
 }
 
+// A name holding a line feed is left out, never listed as its pieces; a
+// real file named like a piece still is.
+TEST(FindAndProcessFiles, LeaveOutNamesHoldingALineFeed) {
+    Scratch scratch;
+    scratch.touch("nl/a\nb.ini");
+    scratch.touch("nl/x\nkeep.ini");
+    scratch.touch("nl/keep.ini");
+    fs::permissions(scratch.touch("nl/run\nme"), fs::perms::owner_all);
+    char table[8][256] = {};
+    EXPECT_EQ(BSDDir_FindFiles(table, scratch.path("nl").c_str(), 8, ""), 1);
+    EXPECT_STREQ(table[0], "keep.ini");
+    g_names.clear();
+    g_answer = 0;
+    BSDDir_ProcessFiles(scratch.path("nl").c_str(), "", TakeName);
+    EXPECT_EQ(g_names, std::vector<std::string>{"keep.ini"});
+}
+
 TEST(FindFiles, ReadsOnlyWhatTheTableCanHold) {
     Scratch scratch;
     // 300 names of 9 characters (10 bytes a line): a 1-slot table reads 255
