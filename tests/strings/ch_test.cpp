@@ -1,7 +1,9 @@
-// Zero-terminated string helpers: trimming, comparison, search, deletion,
-// insertion at the edges of their buffers.
+// Zero-terminated helpers against std::string models, over every position,
+// count and buffer size around the edges of short texts; then insertion
+// from the destination's own buffer.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
@@ -9,107 +11,86 @@
 
 namespace {
 
-TEST(Ch, Trim) {
-    struct Row {
-        const char *in;
-        int32_t (*fn)(char *, char);
-        char c;
-        const char *out;
-        int32_t result;
-    } rows[] = {{"  ab  ", chelicar_f, ' ', "  ab", 4}, {"  ab", chelicar_d, ' ', "ab", 2},
-                {"ab", chelicar_d, ' ', "ab", 2},       {"    ", chelicar_f, ' ', "", 0},
-                {"    ", chelicar_d, ' ', "", 0},       {"\tab\t", chelicar_f, ' ', "\tab\t", 4},
-                {"00120", chelicar_d, '0', "120", 3},   {"00120", chelicar_f, '0', "0012", 4},
-                {"abc", chelicar_d, '\0', "abc", 3},    {"abc", chelicar_f, '\0', "abc", 3}};
-    for (const Row &r : rows) {
-        char buf[16];
-        std::strcpy(buf, r.in);
-        EXPECT_EQ(r.fn(buf, r.c), r.result) << '"' << r.in << '"';
-        EXPECT_STREQ(buf, r.out) << '"' << r.in << '"';
+using namespace std::string_literals;
+const std::string kTexts[] = {"", " ", "  ab  ", "abc", "00120", "\tab\t", "h\xE9llo", "lo"};
+
+TEST(Ch, TrimCompareSearch) {
+    char buf[16];
+    for (const std::string &s : kTexts) {
+        for (char c : {' ', '0', '\0'}) {
+            std::string end = s, start = s;
+            if (c) end.erase(end.find_last_not_of(c) + 1), start.erase(0, start.find_first_not_of(c));
+            EXPECT_EQ(chelicar_f(std::strcpy(buf, s.c_str()), c), int32_t(end.size())) << s;
+            EXPECT_EQ(buf, end);
+            EXPECT_EQ(chelicar_d(std::strcpy(buf, s.c_str()), c), int32_t(start.size())) << s;
+            EXPECT_EQ(buf, start);
+        }
+        for (const std::string &p : kTexts) {
+            const size_t at = s.empty() ? std::string::npos : s.find(p);
+            EXPECT_EQ(chcher(p.c_str(), s.c_str()), at == std::string::npos ? -1 : int32_t(at));
+            size_t i = 0;
+            while (i < s.size() && s[i] == p[i]) ++i; // signed bytes: 0xE9 is -23
+            EXPECT_EQ(chcomp(s.c_str(), p.c_str()), int32_t(int8_t(s[i])) - int8_t(p[i])) << s << p;
+        }
+        for (char c : {'l', 'b', '\0'}) {
+            const size_t at = c ? s.find(c) : std::string::npos;
+            EXPECT_EQ(chcher_c(c, s.c_str()), at == std::string::npos ? -1 : int32_t(at));
+        }
     }
-    char blanks[] = " x ";
-    EXPECT_EQ(chelibl_f(blanks), 2);
-    EXPECT_EQ(chelibl_d(blanks), 1);
-    EXPECT_STREQ(blanks, "x");
-    EXPECT_EQ(chelibl_f(nullptr), 0);
+    EXPECT_EQ(chelibl_f(std::strcpy(buf, " x ")) + chelibl_d(buf), 3);
+    EXPECT_STREQ(buf, "x");
+    EXPECT_EQ(chelibl_f(nullptr) + chcher_c('a', nullptr), -1);
 }
 
-TEST(Ch, CompareAndSearch) {
-    EXPECT_EQ(chcomp("abc", "abc"), 0);
-    EXPECT_EQ(chcomp("abd", "abc"), 1);
-    EXPECT_EQ(chcomp("ab", "abc"), -'c');
-    EXPECT_EQ(chcomp("a", "\xE9"), 'a' + 23); // 0xE9 reads as -23
-    EXPECT_EQ(chcomp("\x80", ""), -128);
-
-    struct Row {
-        const char *pattern, *s;
-        int32_t pos;
-    } rows[] = {{"", "", -1},  {"", "x", 0},       {"lo", "hello", 3},   {"helloo", "hello", -1},
-                {"x", "", -1}, {"aab", "aaab", 1}, {"hello", "hello", 0}};
-    for (const Row &r : rows) EXPECT_EQ(chcher(r.pattern, r.s), r.pos) << r.pattern << "|" << r.s;
-    EXPECT_EQ(chcher_c('o', "hello"), 4);
-    EXPECT_EQ(chcher_c('z', "hello"), -1);
-    EXPECT_EQ(chcher_c('\0', "hello"), -1);
+TEST(Ch, DeleteAndInsert) {
+    for (const std::string &s : kTexts) {
+        const int32_t len = int32_t(s.size());
+        for (int32_t pos : {INT32_MIN, -1, 0, 1, len - 1, len, len + 5}) {
+            const size_t at = size_t(std::clamp(pos, 0, std::max(len - 1, 0)));
+            for (int32_t count : {-1, 0, 1, 2, len, len + 1, INT32_MAX}) {
+                std::string want = s;
+                if (len > 0 && count >= 1 && count <= len) want.erase(at, size_t(count));
+                char buf[16];
+                chdelch(std::strcpy(buf, s.c_str()), count, pos);
+                EXPECT_EQ(buf, want) << s << " " << count << "@" << pos;
+            }
+            for (const std::string &ins : {""s, "X"s, "XY"s}) {
+                for (int32_t size = -1; size <= len + 4; ++size) {
+                    const bool fits = !ins.empty() && len + int32_t(ins.size()) <= size - 1;
+                    std::string want = s;
+                    if (fits) want.insert(size_t(std::clamp(pos, 0, len)), ins);
+                    char buf[24];
+                    std::memset(buf, '#', sizeof buf);
+                    std::strcpy(buf, s.c_str());
+                    const int32_t got = ins.size() == 1 ? chinsch_c(buf, size, 'X', pos)
+                                                        : chinsch(buf, size, ins.c_str(), pos);
+                    EXPECT_EQ(got, fits ? int32_t(ins.size()) : 0) << s << "+" << ins << size;
+                    EXPECT_EQ(buf, want) << s << "+" << ins << " size " << size;
+                    EXPECT_EQ(buf[std::max(size, len + 1)], '#') << "written past the buffer";
+                }
+            }
+        }
+    }
+    EXPECT_EQ(chinsch_c(nullptr, 8, 'x', 0) + chinsch_c(std::string(8, 0).data(), 8, 0, 0), 0);
 }
 
-TEST(Ch, Delete) {
-    struct Row {
-        int32_t count, pos;
+// The text inserted may lie in the destination's buffer: before or across
+// the gap, or past the terminator.
+TEST(Ch, InsertFromTheSameBuffer) {
+    const struct {
+        std::string buf;
+        int32_t from, pos;
         const char *out;
-    } rows[] = {
-        {10, 2, "abcdef"}, {3, 4, "abcd"},           {2, -5, "cdef"},        {6, 0, ""},
-        {7, 0, "abcdef"},  {0, 1, "abcdef"},         {-1, 1, "abcdef"},      {1, 5, "abcde"},
-        {2, 99, "abcde"},  {INT32_MAX, 0, "abcdef"}, {1, INT32_MIN, "bcdef"}};
-    for (const Row &r : rows) {
-        char buf[8] = "abcdef";
-        chdelch(buf, r.count, r.pos);
-        EXPECT_STREQ(buf, r.out) << r.count << "," << r.pos;
+    } rows[] = {{"abc", 0, 0, "abcabc"},     {"abcabc", 1, 2, "abbcabccabc"},
+                {"ab\0XY"s, 3, 0, "XYab"},   {"ab\0XY"s, 3, 9, "abXY"},
+                {"abc\0Z"s, 4, 1, "aZbc"},   {"abcd", 2, 1, "acdbcd"}};
+    for (const auto &r : rows) {
+        char buf[16] = {};
+        std::memcpy(buf, r.buf.data(), r.buf.size());
+        const auto n = int32_t(std::strlen(buf + r.from));
+        EXPECT_EQ(chinsch(buf, 16, buf + r.from, r.pos), n);
+        EXPECT_STREQ(buf, r.out) << r.buf << " from " << r.from;
     }
-}
-
-TEST(Ch, Insert) {
-    struct Row {
-        const char *dst;
-        int32_t size;
-        const char *ins;
-        int32_t pos, result;
-        const char *out;
-    } rows[] = {{"abc", 8, "XY", 1, 2, "aXYbc"},
-                {"abc", 8, "XY", -3, 2, "XYabc"},
-                {"abc", 8, "XY", 99, 2, "abcXY"},
-                {"abcde", 8, "XY", 0, 2, "XYabcde"},
-                {"abcdef", 8, "XY", 0, 0, "abcdef"},
-                {"abc", 8, "", 1, 0, "abc"},
-                {"", 1, "X", 0, 0, ""},
-                {"abc", -5, "X", 0, 0, "abc"}};
-    for (const Row &r : rows) {
-        char buf[12];
-        std::memset(buf, '#', sizeof buf);
-        std::strcpy(buf, r.dst);
-        EXPECT_EQ(chinsch(buf, r.size, r.ins, r.pos), r.result) << r.dst << "+" << r.ins;
-        EXPECT_STREQ(buf, r.out) << r.dst << "+" << r.ins;
-        EXPECT_EQ(buf[9], '#') << "written past the buffer";
-    }
-    // The inserted text may be part of the destination, before or after the gap.
-    char self[16] = "abc";
-    EXPECT_EQ(chinsch(self, 16, self, 0), 3);
-    EXPECT_STREQ(self, "abcabc");
-    EXPECT_EQ(chinsch(self, 16, self + 1, 2), 5);
-    EXPECT_STREQ(self, "abbcabccabc");
-    char past[8] = "ab\0XY"; // a source after the terminator
-    EXPECT_EQ(chinsch(past, 8, past + 3, 0), 2);
-    EXPECT_STREQ(past, "XYab");
-    // 8-byte buffer: 7 bytes held leave no room; 6 bytes fill it exactly.
-    char full[9] = "abcdefg";
-    EXPECT_EQ(chinsch_c(full, 8, 'X', 0), 0);
-    EXPECT_STREQ(full, "abcdefg");
-    char six[9] = "abcdef";
-    six[8] = '#';
-    EXPECT_EQ(chinsch_c(six, 8, 'X', 3), 1);
-    EXPECT_STREQ(six, "abcXdef");
-    EXPECT_EQ(six[8], '#');
-    EXPECT_EQ(chinsch_c(six, 8, '\0', 0), 0);
-    EXPECT_STREQ(six, "abcXdef");
 }
 
 } // namespace
