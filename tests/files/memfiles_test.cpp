@@ -1,9 +1,12 @@
-// Memory files: allocation sizes, growth, reads, re-reads, seeks, pointers
-// and the slot table with its high-water mark.
+// Memory files: allocation and growth, a long sequence of operations
+// against a byte-vector model, writes from the file's own block, the slot
+// table with its high-water mark, and the global memory shims.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include <vitrail/files.h>
 
@@ -17,79 +20,72 @@ struct MFilTest : ::testing::Test {
     }
 };
 
-TEST_F(MFilTest, OpenAllocatesTheLargestOfSizeMinimumAndMinSize) {
-    struct Row {
+TEST_F(MFilTest, OpenAndGrow) {
+    const struct {
         int32_t size, minSize, alloc;
-    } rows[] = {{1, 1, 4096}, {1, 10000, 10000}, {5000, 0, 5000}, {4096, 0, 4096}, {0, -5, 4096}};
-    for (const Row &r : rows) {
-        int32_t h = MFil_Open("", r.size, r.minSize);
-        ASSERT_EQ(h, 0);
-        EXPECT_EQ(DATA_MFIL_TAB[h].lAlloc, r.alloc) << r.size << " " << r.minSize;
-        EXPECT_EQ(DATA_MFIL_TAB[h].iMode, 2);
-        EXPECT_EQ(MFil_Size(h), 0);
-        EXPECT_EQ(MFil_GetPos(h), 0);
+    } opens[] = {{1, 1, 4096}, {1, 10000, 10000}, {5000, 0, 5000}, {0, -5, 4096}};
+    for (const auto &r : opens) {
+        const int32_t h = MFil_Open("", r.size, r.minSize);
+        EXPECT_TRUE(h == 0 && DATA_MFIL_TAB[h].lAlloc == r.alloc && DATA_MFIL_TAB[h].iMode == 2 &&
+                    MFil_Size(h) == 0 && MFil_GetPos(h) == 0) << r.size << " " << r.minSize;
+        MFil_Close(h);
+    }
+    const std::string bytes(5000, 'x');
+    for (const auto &r : {std::pair{100, 8186}, std::pair{5000, 9090}, std::pair{6, 4096}}) {
+        const int32_t h = MFil_Open("", 1, 1);
+        EXPECT_EQ(MFil_Write(h, bytes.data(), 4090) + MFil_Write(h, bytes.data(), r.first),
+                  4090 + r.first);
+        EXPECT_EQ(DATA_MFIL_TAB[h].lAlloc, r.second); // by at least 4096 past the position
         MFil_Close(h);
     }
 }
 
-TEST_F(MFilTest, WriteGrowsByAtLeast4096) {
-    struct Row {
-        int32_t count, alloc;
-    } rows[] = {{100, 8186}, {5000, 9090}, {6, 4096}};
-    std::string bytes(5000, 'x');
-    for (const Row &r : rows) {
-        int32_t h = MFil_Open("", 1, 1);
-        ASSERT_EQ(MFil_Write(h, bytes.data(), 4090), 4090);
-        ASSERT_EQ(MFil_Write(h, bytes.data(), r.count), r.count);
-        EXPECT_EQ(DATA_MFIL_TAB[h].lAlloc, r.alloc);
-        EXPECT_EQ(MFil_Size(h), 4090 + r.count);
-        MFil_Close(h);
+// Writes, reads, re-reads and seeks of every length around the growth
+// points; the file always holds the model's bytes, size and position.
+TEST_F(MFilTest, SequenceAgainstModel) {
+    const int32_t h = MFil_Open("", 1, 1);
+    std::vector<char> model;
+    int32_t pos = 0;
+    uint32_t seed = 1;
+    char io[9000];
+    for (int step = 0; step < 3000; ++step) {
+        seed = seed * 1103515245u + 12345u;
+        const int32_t n = int32_t(seed >> 8) % 6000 - (step % 50 == 0 ? 6001 : 0);
+        switch ((seed >> 4) % 4) {
+        case 0: // write, negative counts refused
+            std::memset(io, char(step), sizeof io);
+            ASSERT_EQ(MFil_Write(h, io, n), std::max(n, 0));
+            if (n <= 0) break;
+            model.resize(std::max(model.size(), size_t(pos + n)));
+            std::fill_n(model.begin() + pos, n, char(step));
+            pos += n;
+            break;
+        case 1: {
+            const int32_t got = std::max(0, std::min(n, int32_t(model.size()) - pos));
+            ASSERT_EQ(MFil_Read(h, io, n), got);
+            ASSERT_TRUE(std::equal(io, io + got, model.begin() + pos));
+            pos += got;
+            break;
+        }
+        case 2: {
+            const int32_t got = std::max(0, std::min(n, pos));
+            ASSERT_EQ(MFil_Re_Read(h, io, n), got);
+            ASSERT_TRUE(std::equal(io, io + got, model.begin() + pos - got));
+            break;
+        }
+        case 3:
+            ASSERT_EQ(MFil_Lseek(h, n / 2), n >= 0 && n / 2 <= int32_t(model.size()) ? 0 : -1);
+            if (n >= 0 && n / 2 <= int32_t(model.size())) pos = n / 2;
+        }
+        ASSERT_TRUE(MFil_Size(h) == int32_t(model.size()) && MFil_GetPos(h) == pos) << step;
+        const auto *block = static_cast<char *>(DATA_MFIL_TAB[h].hMem);
+        ASSERT_TRUE(std::equal(model.begin(), model.end(), block));
+        ASSERT_TRUE(model.empty() || MFil_LockPtr(h, int32_t(model.size()) - 1) == block + model.size() - 1);
     }
-}
-
-TEST_F(MFilTest, ReadReReadSeekAndOverwrite) {
-    int32_t h = MFil_Open("", 1, 1);
-    char buf[16] = {};
-    EXPECT_EQ(MFil_Write(h, "abc", 3), 3);
-    EXPECT_EQ(MFil_Lseek(h, 0), 0);
-    EXPECT_EQ(MFil_Read(h, buf, 10), 3);
-    EXPECT_EQ(std::string(buf, 3), "abc");
-    EXPECT_EQ(MFil_Read(h, buf, 10), 0);
-    EXPECT_EQ(MFil_Lseek(h, 3), 0);
-    EXPECT_EQ(MFil_Lseek(h, 4), -1);
-    EXPECT_EQ(MFil_Lseek(h, -1), -1);
-    EXPECT_EQ(MFil_GetPos(h), 3);
-
-    MFil_Lseek(h, 1);
-    EXPECT_EQ(MFil_Write(h, "XYZW", 4), 4); // overwrites then appends
-    EXPECT_EQ(MFil_Size(h), 5);
-    MFil_Lseek(h, 4);
-    std::memset(buf, 0, sizeof buf);
-    EXPECT_EQ(MFil_Re_Read(h, buf, 10), 4);
-    EXPECT_EQ(std::string(buf), "aXYZ");
-    EXPECT_EQ(MFil_GetPos(h), 4);
-    EXPECT_EQ(MFil_Re_Read(h, buf, 2), 2);
-    EXPECT_EQ(std::string(buf, 2), "YZ");
-    EXPECT_EQ(MFil_GetPos(h), 4);
-    EXPECT_EQ(MFil_Read(h, buf, -1), 0);
-    EXPECT_EQ(MFil_Write(h, buf, -1), 0);
-    EXPECT_EQ(MFil_Re_Read(h, buf, -1), 0);
-    EXPECT_EQ(MFil_GetPos(h), 4);
-    MFil_Close(h);
-}
-
-TEST_F(MFilTest, LockPtrStaysInsideTheContent) {
-    int32_t h = MFil_Open("", 1, 1);
-    EXPECT_EQ(MFil_LockPtr(h, 0), nullptr);
-    MFil_Write(h, "abc", 3);
-    auto *base = static_cast<char *>(DATA_MFIL_TAB[h].hMem);
-    EXPECT_EQ(MFil_LockPtr(h, 2), base + 2);
-    EXPECT_EQ(MFil_LockPtr(h, 3), nullptr);
+    EXPECT_EQ(MFil_LockPtr(h, int32_t(model.size())), nullptr);
     EXPECT_EQ(MFil_LockPtr(h, -1), nullptr);
     EXPECT_EQ(MFil_UnLockPtr(h), 0);
-    MFil_Close(h);
 }
-
 // A source inside the file's own block is read where the block is after
 // growing, and may overlap the bytes it replaces.
 TEST_F(MFilTest, WriteFromItsOwnBlock) {
@@ -127,14 +123,10 @@ TEST_F(MFilTest, SlotTableAndMark) {
 
 TEST_F(MFilTest, BadHandlesAndFreeSlotsAreRefused) {
     char buf[4];
-    for (int32_t bad : {-1, 5, 1000, 0}) {
-        EXPECT_EQ(MFil_Read(bad, buf, 4), 0);
-        EXPECT_EQ(MFil_Write(bad, "abcd", 4), 0);
-        EXPECT_EQ(MFil_Lseek(bad, 0), -1);
-        EXPECT_EQ(MFil_LockPtr(bad, 0), nullptr);
-        EXPECT_EQ(MFil_Close(bad), 0);
-        EXPECT_EQ(MFil_Size(bad), 0);
-    }
+    for (int32_t bad : {-1, 5, 1000, 0})
+        EXPECT_TRUE(MFil_Read(bad, buf, 4) == 0 && MFil_Write(bad, "abcd", 4) == 0 &&
+                    MFil_Lseek(bad, 0) == -1 && !MFil_LockPtr(bad, 0) && MFil_Close(bad) == 0 &&
+                    MFil_Size(bad) == 0 && MFil_GetPos(bad) == 0) << bad;
 }
 
 TEST(GlobalMemory, ShimsOverTheHeap) {
