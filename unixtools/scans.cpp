@@ -52,10 +52,10 @@ std::string ScanCommand(const char *folder, const char *pattern) {
 // The lines that names holding a line feed put into an `ls -1F` listing of
 // `folder`: their pieces, the last one with its type mark. Such names are
 // left out of the scans by dropping one listing line per piece. False when
-// the folder cannot be read (missing, not a folder, not readable): then
-// there is nothing to list and no command is run.
+// the folder cannot be read (missing, not a folder, not readable) or no
+// tool can run (a classic system): then no command is run.
 bool ReadFolder(const char *folder, std::multiset<std::string> &pieces) {
-    if (!folder || !*folder) return false;
+    if (!folder || !*folder || !RunningOnCarbonX()) return false;
     std::unique_ptr<DIR, int (*)(DIR *)> dir(opendir(folder), closedir);
     if (!dir) return false;
     while (const dirent *entry = readdir(dir.get())) {

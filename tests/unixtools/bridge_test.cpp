@@ -106,7 +106,9 @@ TEST(ClassicSystemBranch, EveryToolRefuses) {
     char table[2][256] = {"keep", "keep"};
     EXPECT_EQ(BSDDir_FindFiles(table, scratch.root().c_str(), 2, ""), 0);
     EXPECT_STREQ(table[0], "keep");
+    BSDcr = 5;
     EXPECT_EQ(BSDDir_ProcessFiles(scratch.root().c_str(), "", [](const char *) { return 1; }), 0);
+    EXPECT_EQ(BSDcr, 5); // the globals of the last scan stay
     scratch.volume("Data");
     EXPECT_EQ(BSDMACchmodrwx("Data"), -1);
     EXPECT_TRUE(fs::exists(file));
