@@ -28,9 +28,8 @@ std::vector<int32_t> Integers() {
 
 // Texts as dialogs and profiles hold them (the "." form strtod also reads).
 std::vector<std::string> Reals() {
-    return {"12.5",    "3.14159", "-0.001",   "1.5e2", "123456.789", "42",
-            "0.3",     "2.675",   "-7.25e-3", "1000",  "99.99",      "0.000125",
-            "6.02e23", "-15",     "1e-5",     "250.0"};
+    return {"12.5",     "3.14159", "-0.001", "1.5e2",    "123456.789", "42",  "0.3",  "2.675",
+            "-7.25e-3", "1000",    "99.99",  "0.000125", "6.02e23",    "-15", "1e-5", "250.0"};
 }
 
 void BM_intdco_l(benchmark::State &state) {
@@ -58,7 +57,8 @@ void BM_realcod_d(benchmark::State &state) {
 void BM_strtod(benchmark::State &state) {
     const std::vector<std::string> texts = Reals();
     for (auto _ : state)
-        for (const std::string &t : texts) benchmark::DoNotOptimize(std::strtod(t.c_str(), nullptr));
+        for (const std::string &t : texts)
+            benchmark::DoNotOptimize(std::strtod(t.c_str(), nullptr));
 }
 
 BENCHMARK(BM_intdco_l);

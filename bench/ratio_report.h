@@ -22,7 +22,7 @@ struct RatioJob {
 class MedianRecorder : public benchmark::ConsoleReporter {
   public:
     MedianRecorder() : ConsoleReporter(OO_Tabular) {} // no colour codes before "ratio"
-    std::map<std::string, double> real, cpu; // medians by benchmark name
+    std::map<std::string, double> real, cpu;          // medians by benchmark name
     void ReportRuns(const std::vector<Run> &runs) override {
         for (const Run &r : runs) {
             if (r.aggregate_name != "median") continue;
@@ -36,7 +36,8 @@ class MedianRecorder : public benchmark::ConsoleReporter {
 inline void RunWithRatios(int argc, char **argv, std::initializer_list<RatioJob> jobs) {
     MedianRecorder rec;
     std::vector<char *> args(argv, argv + argc);
-    std::string flags[] = {"--benchmark_repetitions=9", "--benchmark_enable_random_interleaving=true",
+    std::string flags[] = {"--benchmark_repetitions=9",
+                           "--benchmark_enable_random_interleaving=true",
                            "--benchmark_report_aggregates_only=true"};
     for (std::string &f : flags) args.insert(args.begin() + 1, f.data());
     int n = int(args.size());
@@ -45,7 +46,8 @@ inline void RunWithRatios(int argc, char **argv, std::initializer_list<RatioJob>
     for (const RatioJob &j : jobs) {
         auto &median = j.cpu ? rec.cpu : rec.real;
         double ours = median[j.ours], peer = median[j.peer];
-        if (ours > 0 && peer > 0) std::printf("ratio\t%s\t%.2f\t%s\n", j.job, ours / peer, j.target);
+        if (ours > 0 && peer > 0)
+            std::printf("ratio\t%s\t%.2f\t%s\n", j.job, ours / peer, j.target);
     }
     benchmark::Shutdown();
 }

@@ -22,7 +22,7 @@ void CheckReal(const std::string &input) {
     std::string text = input;
     double value = 0;
     if (realcod_d(text.data(), &value) != 0) return;
-    std::string model = text.c_str(); // trimmed in place by the reader
+    std::string model = text.c_str();                      // trimmed in place by the reader
     model.insert(model[0] == '+' || model[0] == '-', "0"); // "-.", "e5": strtod wants a digit
     for (char &c : model)
         if (c == ',') c = '.';
@@ -61,7 +61,8 @@ void CheckInteger(const std::string &input) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    const std::string input(reinterpret_cast<const char *>(data), strnlen((const char *)data, size));
+    const std::string input(reinterpret_cast<const char *>(data),
+                            strnlen((const char *)data, size));
     CheckReal(input);
     CheckInteger(input);
     return 0;

@@ -31,8 +31,10 @@ std::string Root() {
 std::string Unquoted(const std::string &word) {
     std::string out;
     for (size_t i = 0; i < word.size(); ++i) {
-        if (word[i] == '\\') out += word[++i];
-        else if (word[i] == '\'') for (++i; word[i] != '\''; ++i) out += word[i];
+        if (word[i] == '\\')
+            out += word[++i];
+        else if (word[i] == '\'')
+            for (++i; word[i] != '\''; ++i) out += word[i];
     }
     return out;
 }

@@ -12,8 +12,8 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstring>
 #include <cstdint>
+#include <cstring>
 
 namespace {
 

@@ -167,8 +167,7 @@ VITRAIL_API int32_t BSDRemove_psw(const char *path, const char *password) {
 
 VITRAIL_API int32_t BSDSCopy(const char *source, const char *folder) {
     if (!source || !folder) return -1;
-    return NoThrow<int32_t>(
-        -1, [&] { return Run(CopyCommand(source, folder)); });
+    return NoThrow<int32_t>(-1, [&] { return Run(CopyCommand(source, folder)); });
 }
 
 VITRAIL_API int32_t BSDCopy(const char *source, const char *folder) {

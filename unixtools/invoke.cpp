@@ -113,7 +113,8 @@ std::string ShellQuote(std::string_view text) {
 }
 
 std::string QuotePath(std::string_view path) {
-    return !path.empty() && path[0] == '-' ? ShellQuote("./" + std::string(path)) : ShellQuote(path);
+    return !path.empty() && path[0] == '-' ? ShellQuote("./" + std::string(path))
+                                           : ShellQuote(path);
 }
 
 int32_t InvokeLines(const char *command, LineSink sink, void *context) {

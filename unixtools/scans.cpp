@@ -12,12 +12,12 @@
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <memory>
 #include <new>
 #include <optional>
 #include <set>
 #include <string>
+#include <sys/stat.h>
 
 #include "unixtools/shell.h"
 
@@ -64,12 +64,18 @@ bool ReadFolder(const char *folder, std::multiset<std::string> &pieces) {
         struct stat st {};
         fstatat(dirfd(dir.get()), entry->d_name, &st, AT_SYMLINK_NOFOLLOW);
         std::string last(name.substr(name.rfind('\n') + 1));
-        if (S_ISDIR(st.st_mode)) last += '/';
-        else if (S_ISLNK(st.st_mode)) last += '@';
-        else if (S_ISFIFO(st.st_mode)) last += '|';
-        else if (S_ISSOCK(st.st_mode)) last += '=';
-        else if (st.st_mode & 0111) last += '*';
-        for (size_t end; (end = name.find('\n')) != std::string_view::npos; name.remove_prefix(end + 1))
+        if (S_ISDIR(st.st_mode))
+            last += '/';
+        else if (S_ISLNK(st.st_mode))
+            last += '@';
+        else if (S_ISFIFO(st.st_mode))
+            last += '|';
+        else if (S_ISSOCK(st.st_mode))
+            last += '=';
+        else if (st.st_mode & 0111)
+            last += '*';
+        for (size_t end; (end = name.find('\n')) != std::string_view::npos;
+             name.remove_prefix(end + 1))
             pieces.emplace(name.substr(0, end));
         pieces.insert(std::move(last));
     }
@@ -93,8 +99,8 @@ void StoreSlot(char *slot, std::string_view name) {
 }
 
 // Counts the file lines of `text`, storing the first `maxCount` in `table`.
-int32_t CollectNames(std::string_view text, std::multiset<std::string> &pieces,
-                     char (*table)[256], int32_t maxCount) {
+int32_t CollectNames(std::string_view text, std::multiset<std::string> &pieces, char (*table)[256],
+                     int32_t maxCount) {
     int32_t count = 0;
     while (!text.empty()) {
         size_t end = text.find('\n');

@@ -27,7 +27,8 @@ TEST_F(MFilTest, OpenAndGrow) {
     for (const auto &r : opens) {
         const int32_t h = MFil_Open("", r.size, r.minSize);
         EXPECT_TRUE(h == 0 && DATA_MFIL_TAB[h].lAlloc == r.alloc && DATA_MFIL_TAB[h].iMode == 2 &&
-                    MFil_Size(h) == 0 && MFil_GetPos(h) == 0) << r.size << " " << r.minSize;
+                    MFil_Size(h) == 0 && MFil_GetPos(h) == 0)
+            << r.size << " " << r.minSize;
         MFil_Close(h);
     }
     const std::string bytes(5000, 'x');
@@ -80,7 +81,8 @@ TEST_F(MFilTest, SequenceAgainstModel) {
         ASSERT_TRUE(MFil_Size(h) == int32_t(model.size()) && MFil_GetPos(h) == pos) << step;
         const auto *block = static_cast<char *>(DATA_MFIL_TAB[h].hMem);
         ASSERT_TRUE(std::equal(model.begin(), model.end(), block));
-        ASSERT_TRUE(model.empty() || MFil_LockPtr(h, int32_t(model.size()) - 1) == block + model.size() - 1);
+        ASSERT_TRUE(model.empty() ||
+                    MFil_LockPtr(h, int32_t(model.size()) - 1) == block + model.size() - 1);
     }
     EXPECT_EQ(MFil_LockPtr(h, int32_t(model.size())), nullptr);
     EXPECT_EQ(MFil_LockPtr(h, -1), nullptr);
@@ -126,7 +128,8 @@ TEST_F(MFilTest, BadHandlesAndFreeSlotsAreRefused) {
     for (int32_t bad : {-1, 5, 1000, 0})
         EXPECT_TRUE(MFil_Read(bad, buf, 4) == 0 && MFil_Write(bad, "abcd", 4) == 0 &&
                     MFil_Lseek(bad, 0) == -1 && !MFil_LockPtr(bad, 0) && MFil_Close(bad) == 0 &&
-                    MFil_Size(bad) == 0 && MFil_GetPos(bad) == 0) << bad;
+                    MFil_Size(bad) == 0 && MFil_GetPos(bad) == 0)
+            << bad;
 }
 
 TEST(GlobalMemory, ShimsOverTheHeap) {

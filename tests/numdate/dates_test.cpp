@@ -43,11 +43,34 @@ int32_t civil_from_days(int64_t z) {
 // Names are code page 850 bytes (0x82 is "é"); abbreviations live in one
 // static area per routine.
 TEST(Dates, NamesAndAbbreviations) {
-    const char *months[] = {"Ill\x82gal", "Janvier", "F\x82vrier", "Mars",    "Avril",
-                            "Mai",        "Juin",    "Juillet",    "Aout",    "Septembre",
-                            "Octobre",    "Novembre", "D\x82" "cembre"};
-    const char *mabbr[] = {"ILL", "JAN", "F\x82V", "MAR", "AVR", "MAI",     "JUI",
-                           "JUI", "AOU", "SEP",    "OCT", "NOV", "D\x82" "C"};
+    const char *months[] = {"Ill\x82gal",
+                            "Janvier",
+                            "F\x82vrier",
+                            "Mars",
+                            "Avril",
+                            "Mai",
+                            "Juin",
+                            "Juillet",
+                            "Aout",
+                            "Septembre",
+                            "Octobre",
+                            "Novembre",
+                            "D\x82"
+                            "cembre"};
+    const char *mabbr[] = {"ILL",
+                           "JAN",
+                           "F\x82V",
+                           "MAR",
+                           "AVR",
+                           "MAI",
+                           "JUI",
+                           "JUI",
+                           "AOU",
+                           "SEP",
+                           "OCT",
+                           "NOV",
+                           "D\x82"
+                           "C"};
     const char *days[] = {"Dimanche", "Lundi",    "Mardi",  "Mercredi",
                           "Jeudi",    "Vendredi", "Samedi", "Ill\x82gal"};
     const char *dabbr[] = {"DIM", "LUN", "MAR", "MER", "JEU", "VEN", "SAM", "ILL"};
@@ -77,7 +100,8 @@ TEST(Dates, EveryDay) {
         if (d % 100 == 1 && m == 1 && y >= 1200 && y <= 2800) {
             ASSERT_EQ(utdately(y), days_from_civil(y + 1, 1, 1) - z == 366) << y;
             for (int32_t k = 1; k <= 12; ++k) {
-                const int64_t next = k == 12 ? days_from_civil(y + 1, 1, 1) : days_from_civil(y, k + 1, 1);
+                const int64_t next =
+                    k == 12 ? days_from_civil(y + 1, 1, 1) : days_from_civil(y, k + 1, 1);
                 ASSERT_EQ(utdatedm(y, k), next - days_from_civil(y, k, 1)) << y << "-" << k;
             }
         }
@@ -123,10 +147,14 @@ TEST(Dates, OutOfRange) {
         int32_t date;
         uint32_t n;
         int32_t incr, diff;
-    } rows[] = {{20241301, 5, 20241301, 20241301},    {20240001, 5, 20240001, 20240001},
-                {-20240101, 5, -20240101, -20240101}, {99991231, 1, 0, 99991230},
-                {101, 1, 102, 0},                     {20240101, UINT32_MAX, 0, 0},
-                {20240100, 0, 20240100, 20231231},    {20240135, 0, 20240204, 20240135}};
+    } rows[] = {{20241301, 5, 20241301, 20241301},
+                {20240001, 5, 20240001, 20240001},
+                {-20240101, 5, -20240101, -20240101},
+                {99991231, 1, 0, 99991230},
+                {101, 1, 102, 0},
+                {20240101, UINT32_MAX, 0, 0},
+                {20240100, 0, 20240100, 20231231},
+                {20240135, 0, 20240204, 20240135}};
     for (const auto &r : rows) {
         EXPECT_EQ(Get_Date_Incr(r.date, r.n), r.incr) << r.date << "+" << r.n;
         EXPECT_EQ(Get_Date_Diff(r.date, r.n), r.diff) << r.date << "-" << r.n;

@@ -13,15 +13,29 @@ TEST(IntCod, FormsCodesAndLimits) {
     const struct {
         std::string text;
         int32_t code, value, shortCode; // value when code is 0; intcod_i's code
-    } rows[] = {{"  -42  ", 0, -42, 0},     {"+7", 0, 7, 0},           {"", 1, 0, 1},
-                {"   ", 1, 0, 1},           {"-", 2, 0, 2},            {" + ", 2, 0, 2},
-                {"1 000", 3, 0, 3},         {"- 5", 3, 0, 3},          {"1.5", 3, 0, 3},
-                {"\xb9", 3, 0, 3},          {"\t5", 3, 0, 3},          {"--5", 3, 0, 3},
-                {"9999999999999a", 3, 0, 3}, {"2147483647", 0, INT32_MAX, 4},
-                {"-2147483647", 0, -INT32_MAX, 4}, {"2147483648", 4, 0, 4},
-                {"-2147483648", 4, 0, 4},   {"99999999999999999999", 4, 0, 4},
-                {"-0", 0, 0, 0},            {"32767", 0, 32767, 0},    {"-32768", 0, -32768, 4},
-                {zeros + "2147483647", 0, INT32_MAX, 4}, {zeros + "12", 0, 12, 0},
+    } rows[] = {{"  -42  ", 0, -42, 0},
+                {"+7", 0, 7, 0},
+                {"", 1, 0, 1},
+                {"   ", 1, 0, 1},
+                {"-", 2, 0, 2},
+                {" + ", 2, 0, 2},
+                {"1 000", 3, 0, 3},
+                {"- 5", 3, 0, 3},
+                {"1.5", 3, 0, 3},
+                {"\xb9", 3, 0, 3},
+                {"\t5", 3, 0, 3},
+                {"--5", 3, 0, 3},
+                {"9999999999999a", 3, 0, 3},
+                {"2147483647", 0, INT32_MAX, 4},
+                {"-2147483647", 0, -INT32_MAX, 4},
+                {"2147483648", 4, 0, 4},
+                {"-2147483648", 4, 0, 4},
+                {"99999999999999999999", 4, 0, 4},
+                {"-0", 0, 0, 0},
+                {"32767", 0, 32767, 0},
+                {"-32768", 0, -32768, 4},
+                {zeros + "2147483647", 0, INT32_MAX, 4},
+                {zeros + "12", 0, 12, 0},
                 {zeros + "2147483648", 4, 0, 4}};
     for (const auto &r : rows) {
         for (bool shortPair : {false, true}) {
@@ -52,7 +66,10 @@ TEST(IntDco, EverySize) {
                 std::fill(std::begin(buf), std::end(buf), '#');
                 const int32_t got = (shortPair ? intdco_i : intdco_l)(v, buf, size);
                 const bool fits = size > int32_t(text.size());
-                ASSERT_EQ(got, !fits ? 2 : size >= (shortPair ? 7 : 12) ? 0 : 1) << v << " " << size;
+                ASSERT_EQ(got, !fits                          ? 2
+                               : size >= (shortPair ? 7 : 12) ? 0
+                                                              : 1)
+                    << v << " " << size;
                 const std::string digits = text.substr(v < 0);
                 const size_t kept = std::min(digits.size(), size_t(std::max(size - 1, 0)));
                 if (size > 0) EXPECT_EQ(buf, fits ? text : digits.substr(digits.size() - kept));

@@ -16,13 +16,12 @@ namespace {
 TEST(Case, UpperString) {
     const struct {
         const char *in, *plain, *marked; // Mac OS Roman bytes
-    } rows[] = {
-        {"abz", "ABZ", "ABZ"},
-        {"\x8E\x83\x8F\x90\x91", "EEEEE", "\x83\x83\xE9\xE6\xE8"}, // é É è ê ë
-        {"\x88\x8D\x9A\xD8\xF5", "ACOYI", "\xCB\x82\x85\xD9I"},    // à ç ö ÿ ı
-        {"\xBE\xBF\xCF", "\xAE\xAF\xCE", "\xAE\xAF\xCE"},          // æ ø œ
-        {"\xA7\xDE\xDF\xC4\xB5\xB9\xDB\xA1", "\xA7\xDE\xDF\xC4\xB5\xB9\xDB\xA1",
-         "\xA7\xDE\xDF\xC4\xB5\xB9\xDB\xA1"}}; // ß ﬁ ﬂ ƒ µ π € ° stay
+    } rows[] = {{"abz", "ABZ", "ABZ"},
+                {"\x8E\x83\x8F\x90\x91", "EEEEE", "\x83\x83\xE9\xE6\xE8"}, // é É è ê ë
+                {"\x88\x8D\x9A\xD8\xF5", "ACOYI", "\xCB\x82\x85\xD9I"},    // à ç ö ÿ ı
+                {"\xBE\xBF\xCF", "\xAE\xAF\xCE", "\xAE\xAF\xCE"},          // æ ø œ
+                {"\xA7\xDE\xDF\xC4\xB5\xB9\xDB\xA1", "\xA7\xDE\xDF\xC4\xB5\xB9\xDB\xA1",
+                 "\xA7\xDE\xDF\xC4\xB5\xB9\xDB\xA1"}}; // ß ﬁ ﬂ ƒ µ π € ° stay
     for (const auto &r : rows) {
         for (bool marks : {false, true}) {
             Str255 p;
@@ -36,7 +35,8 @@ TEST(Case, UpperString) {
     // ASCII letters go to their capitals; a capital is its own capital; both
     // tables agree once the marks are removed.
     for (int b = 0; b < 256; ++b) {
-        const uint8_t plain = platform::kMacRomanUpper[b], marked = platform::kMacRomanUpperMarked[b];
+        const uint8_t plain = platform::kMacRomanUpper[b],
+                      marked = platform::kMacRomanUpperMarked[b];
         if (b < 0x80) EXPECT_EQ(plain + 0, b >= 'a' && b <= 'z' ? b - 32 : b) << b;
         if (b < 0x80) EXPECT_EQ(marked, plain) << b;
         EXPECT_EQ(platform::kMacRomanUpper[plain], plain) << b;
@@ -68,12 +68,17 @@ TEST(Charset, EveryByte) {
     ASSERT_EQ(mac.size() + win.size(), 2 * all.size());
     for (int b = 1; b < 256; ++b) {
         const uint8_t m = mac[b - 1], w = win[b - 1];
-        if (w2m.count(b)) EXPECT_EQ(platform::kMacRomanToUnicode[m], platform::kWindows1252ToUnicode[b]);
-        else EXPECT_EQ(m, b);
-        if (m2w.count(b)) EXPECT_EQ(platform::kWindows1252ToUnicode[w], platform::kMacRomanToUnicode[b]);
-        else EXPECT_EQ(w, b);
+        if (w2m.count(b))
+            EXPECT_EQ(platform::kMacRomanToUnicode[m], platform::kWindows1252ToUnicode[b]);
+        else
+            EXPECT_EQ(m, b);
+        if (m2w.count(b))
+            EXPECT_EQ(platform::kWindows1252ToUnicode[w], platform::kMacRomanToUnicode[b]);
+        else
+            EXPECT_EQ(w, b);
         uint8_t back = 0; // Mac OS Roman is one-to-one with its characters
-        EXPECT_TRUE(platform::UnicodeToMacRoman(platform::kMacRomanToUnicode[b], &back) && back == b);
+        EXPECT_TRUE(platform::UnicodeToMacRoman(platform::kMacRomanToUnicode[b], &back) &&
+                    back == b);
     }
     uint8_t untouched = 7;
     EXPECT_FALSE(platform::UnicodeToMacRoman(U'Ž', &untouched) ||

@@ -19,7 +19,8 @@ TEST(Ch, TrimCompareSearch) {
     for (const std::string &s : kTexts) {
         for (char c : {' ', '0', '\0'}) {
             std::string end = s, start = s;
-            if (c) end.erase(end.find_last_not_of(c) + 1), start.erase(0, start.find_first_not_of(c));
+            if (c)
+                end.erase(end.find_last_not_of(c) + 1), start.erase(0, start.find_first_not_of(c));
             EXPECT_EQ(chelicar_f(std::strcpy(buf, s.c_str()), c), int32_t(end.size())) << s;
             EXPECT_EQ(buf, end);
             EXPECT_EQ(chelicar_d(std::strcpy(buf, s.c_str()), c), int32_t(start.size())) << s;
@@ -81,9 +82,9 @@ TEST(Ch, InsertFromTheSameBuffer) {
         std::string buf;
         int32_t from, pos;
         const char *out;
-    } rows[] = {{"abc", 0, 0, "abcabc"},     {"abcabc", 1, 2, "abbcabccabc"},
-                {"ab\0XY"s, 3, 0, "XYab"},   {"ab\0XY"s, 3, 9, "abXY"},
-                {"abc\0Z"s, 4, 1, "aZbc"},   {"abcd", 2, 1, "acdbcd"}};
+    } rows[] = {{"abc", 0, 0, "abcabc"},   {"abcabc", 1, 2, "abbcabccabc"},
+                {"ab\0XY"s, 3, 0, "XYab"}, {"ab\0XY"s, 3, 9, "abXY"},
+                {"abc\0Z"s, 4, 1, "aZbc"}, {"abcd", 2, 1, "acdbcd"}};
     for (const auto &r : rows) {
         char buf[16] = {};
         std::memcpy(buf, r.buf.data(), r.buf.size());

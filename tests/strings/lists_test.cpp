@@ -20,7 +20,8 @@ using namespace std::string_literals;
 TEST(ItemLists, CountExtractAndFind) {
     for (const char *list : {"", "1,2-3+4", "a,,b", ",", "-a-", " ; ", "x,", "a b+ c"}) {
         std::vector<std::string> items(1);
-        for (const char *p = list; *p; ++p) std::strchr(",-+", *p) ? items.emplace_back() : items.back() += *p;
+        for (const char *p = list; *p; ++p)
+            std::strchr(",-+", *p) ? items.emplace_back() : items.back() += *p;
         const auto count = int32_t(items.size());
         EXPECT_EQ(Teste_liste(list), count) << list;
         for (int32_t i : {-1, 0, 1, 2, 3, count, INT32_MAX, INT32_MIN}) {
@@ -30,7 +31,9 @@ TEST(ItemLists, CountExtractAndFind) {
         for (const std::string &item : items) {
             EXPECT_EQ(Teste_item_liste(list, item.data(), int32_t(item.size())), 1) << list;
             EXPECT_EQ(Teste_item_szliste(list, int32_t(std::strlen(list)), item.data(),
-                                         int32_t(item.size())), 1) << list;
+                                         int32_t(item.size())),
+                      1)
+                << list;
         }
     }
     const struct {
@@ -38,11 +41,12 @@ TEST(ItemLists, CountExtractAndFind) {
         int32_t len; // -2: the string's length
         const char *item;
         int32_t n, found;
-    } rows[] = {{"12,15+20", -2, "1", 1, 0}, {"12,15+20", -2, "120", 3, 0}, {"AB, CD", -2, "CD", 2, 0},
-                {"ab", -2, "AB", 2, 0},      {"12,15", -2, "15xyz", 2, 1},  {"a,b", -2, "", 0, 0},
-                {"a,b", -2, "a", -1, 0},     {"a?c", -2, "abc", 3, 0},      {"A,B", 1, "B", 1, 0},
-                {"A,B", 1, "A", 1, 1},       {"A\0B,C", 5, "A\0B", 3, 1},   {"A,B", 0, "", 0, 1},
-                {"A,B", -1, "A", 1, 0},      {"AB", 1, "A", 1, 1}};
+    } rows[] = {
+        {"12,15+20", -2, "1", 1, 0}, {"12,15+20", -2, "120", 3, 0}, {"AB, CD", -2, "CD", 2, 0},
+        {"ab", -2, "AB", 2, 0},      {"12,15", -2, "15xyz", 2, 1},  {"a,b", -2, "", 0, 0},
+        {"a,b", -2, "a", -1, 0},     {"a?c", -2, "abc", 3, 0},      {"A,B", 1, "B", 1, 0},
+        {"A,B", 1, "A", 1, 1},       {"A\0B,C", 5, "A\0B", 3, 1},   {"A,B", 0, "", 0, 1},
+        {"A,B", -1, "A", 1, 0},      {"AB", 1, "A", 1, 1}};
     for (const auto &r : rows) {
         if (r.len == -2) EXPECT_EQ(Teste_item_liste(r.list, r.item, r.n), r.found) << r.list;
         const int32_t len = r.len == -2 ? int32_t(std::strlen(r.list)) : r.len;
@@ -69,7 +73,8 @@ TEST(ChainedLists, BuildCutBindDelete) {
         std::string text;
         int32_t size;
         std::string list;
-    } puts[] = {{"abc", 10, "abc\0\0"s}, {"abc", 4, "ab\0\0"s}, {"abc", 5, "abc\0\0"s}, {"", 2, "\0\0"s}};
+    } puts[] = {
+        {"abc", 10, "abc\0\0"s}, {"abc", 4, "ab\0\0"s}, {"abc", 5, "abc\0\0"s}, {"", 2, "\0\0"s}};
     for (const auto &r : puts) {
         char buf[16];
         std::memcpy(std::memset(buf, 'z', sizeof buf), r.text.c_str(), r.text.size() + 1);
@@ -82,7 +87,10 @@ TEST(ChainedLists, BuildCutBindDelete) {
         int32_t count;
         std::string list, bound;
     } rows[] = {{"x;y;z", ';', '|', 3, "x\0y\0z\0\0"s, "x|y|z\0\0"s},
-                {"1-2,3", 0, '+', 2, "1-2\0" "3\0\0"s, "1-2+3\0\0"s},
+                {"1-2,3", 0, '+', 2,
+                 "1-2\0"
+                 "3\0\0"s,
+                 "1-2+3\0\0"s},
                 {"a+b,c", 0, '+', 3, "a\0b\0c\0\0"s, "a+b+c\0\0"s},
                 {"a++b", 0, '+', 1, "a\0\0"s, "a\0\0"s}, // the empty item ends the list
                 {"", ';', '+', 1, "\0\0"s, "\0\0"s}};
@@ -117,9 +125,12 @@ TEST(ChainedLists, MissingFiles) {
         int32_t detect;
         size_t offset; // of the missing item
         std::string kept;
-    } rows[] = {{"f1\0f2\0\0"s, 1, 0, "f2\0\0"s},         {"f2\0f4\0\0"s, 0, 0, "f2\0f4\0\0"s},
-                {"f2\0f1\0f3\0f4\0\0"s, 1, 3, "f2\0f4\0\0"s}, {"f2\0sub\0\0"s, 1, 3, "f2\0\0"s},
-                {"f1\0f3\0\0"s, 1, 0, "\0\0"s},           {"\0\0"s, 1, 0, "\0\0"s}};
+    } rows[] = {{"f1\0f2\0\0"s, 1, 0, "f2\0\0"s},
+                {"f2\0f4\0\0"s, 0, 0, "f2\0f4\0\0"s},
+                {"f2\0f1\0f3\0f4\0\0"s, 1, 3, "f2\0f4\0\0"s},
+                {"f2\0sub\0\0"s, 1, 3, "f2\0\0"s},
+                {"f1\0f3\0\0"s, 1, 0, "\0\0"s},
+                {"\0\0"s, 1, 0, "\0\0"s}};
     for (const auto &r : rows) {
         std::string buf = r.list;
         char *item = nullptr;

@@ -89,9 +89,10 @@ TEST(Sz, GrowableBuffer) {
         const char *src;
         uint32_t cap; // after the call
         const char *head;
-    } steps[] = {{0, "", 0, ""},          {0, "0123456789AB", 12, "0123456789AB"},
-                 {8, "wxyz", 12, "01234567wxyz"}, // exactly fits
-                 {10, "ABCDEFGH", 40, "01234567wxABCDEFGH"}, // 2 x (12 + 8)
+    } steps[] = {{0, "", 0, ""},
+                 {0, "0123456789AB", 12, "0123456789AB"},
+                 {8, "wxyz", 12, "01234567wxyz"},                              // exactly fits
+                 {10, "ABCDEFGH", 40, "01234567wxABCDEFGH"},                   // 2 x (12 + 8)
                  {0, "qqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqq", 41, "qqqq"}, // exactly
                  {41, "!", 84, "qqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqqq!"}};
     for (const auto &s : steps) {
@@ -102,7 +103,8 @@ TEST(Sz, GrowableBuffer) {
     // Refusals leave buffer, capacity and contents as they were.
     char *before = b.buf;
     EXPECT_EQ(szcopyex(&b.buf, &b.cap, 85, "x", 1) + szcopyex(&b.buf, &b.cap, 84, nullptr, 1) +
-                  szcopyex(&b.buf, &b.cap, 1, "x", UINT32_MAX) + szcopyex(nullptr, &b.cap, 0, "x", 1),
+                  szcopyex(&b.buf, &b.cap, 1, "x", UINT32_MAX) +
+                  szcopyex(nullptr, &b.cap, 0, "x", 1),
               0);
     EXPECT_TRUE(b.buf == before && b.cap == 84u && b.buf[41] == '!');
 }
