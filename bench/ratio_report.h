@@ -1,15 +1,12 @@
-// Runs the registered benchmarks as randomly interleaved repetitions and
+// Runs the registered benchmarks as interleaved repetitions (medians.h) and
 // prints, after the console table, one line per job:
 //   ratio<TAB>job<TAB>median time of vitrail / median time of its peer<TAB>target
 #pragma once
 
-#include <benchmark/benchmark.h>
-
 #include <cstdio>
 #include <initializer_list>
-#include <map>
-#include <string>
-#include <vector>
+
+#include "medians.h"
 
 namespace bench {
 
@@ -18,36 +15,15 @@ struct RatioJob {
     bool cpu;                               // compare CPU times, else wall-clock times
 };
 
-// Console output, plus the median times of every benchmark.
-class MedianRecorder : public benchmark::ConsoleReporter {
-  public:
-    MedianRecorder() : ConsoleReporter(OO_Tabular) {} // no colour codes before "ratio"
-    std::map<std::string, double> real, cpu;          // medians by benchmark name
-    void ReportRuns(const std::vector<Run> &runs) override {
-        for (const Run &r : runs) {
-            if (r.aggregate_name != "median") continue;
-            real[r.run_name.str()] = r.GetAdjustedRealTime();
-            cpu[r.run_name.str()] = r.GetAdjustedCPUTime();
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
-};
-
 inline void RunWithRatios(int argc, char **argv, std::initializer_list<RatioJob> jobs) {
+    InitializeWithMedians(argc, argv, 9);
     MedianRecorder rec;
-    std::vector<char *> args(argv, argv + argc);
-    std::string flags[] = {"--benchmark_repetitions=9",
-                           "--benchmark_enable_random_interleaving=true",
-                           "--benchmark_report_aggregates_only=true"};
-    for (std::string &f : flags) args.insert(args.begin() + 1, f.data());
-    int n = int(args.size());
-    benchmark::Initialize(&n, args.data());
     benchmark::RunSpecifiedBenchmarks(&rec);
+    std::printf("\n"); // the table may end on a colour code without a line end
     for (const RatioJob &j : jobs) {
-        auto &median = j.cpu ? rec.cpu : rec.real;
-        double ours = median[j.ours], peer = median[j.peer];
-        if (ours > 0 && peer > 0)
-            std::printf("ratio\t%s\t%.2f\t%s\n", j.job, ours / peer, j.target);
+        const Median ours = rec.median[j.ours], peer = rec.median[j.peer];
+        const double a = j.cpu ? ours.cpu : ours.real, b = j.cpu ? peer.cpu : peer.real;
+        if (a > 0 && b > 0) std::printf("ratio\t%s\t%.2f\t%s\n", j.job, a / b, j.target);
     }
     benchmark::Shutdown();
 }

@@ -13,6 +13,7 @@
 #include <cstring>
 #include <ctime>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -40,46 +41,26 @@ int32_t civil_from_days(int64_t z) {
     return static_cast<int32_t>(y * 10000 + m * 100 + d);
 }
 
-// Names are code page 850 bytes (0x82 is "é"); abbreviations live in one
-// static area per routine.
+// Names are code page 850 bytes (0x82 is e acute); abbreviations live in
+// one static area per routine.
 TEST(Dates, NamesAndAbbreviations) {
-    const char *months[] = {"Ill\x82gal",
-                            "Janvier",
-                            "F\x82vrier",
-                            "Mars",
-                            "Avril",
-                            "Mai",
-                            "Juin",
-                            "Juillet",
-                            "Aout",
-                            "Septembre",
-                            "Octobre",
-                            "Novembre",
-                            "D\x82"
-                            "cembre"};
-    const char *mabbr[] = {"ILL",
-                           "JAN",
-                           "F\x82V",
-                           "MAR",
-                           "AVR",
-                           "MAI",
-                           "JUI",
-                           "JUI",
-                           "AOU",
-                           "SEP",
-                           "OCT",
-                           "NOV",
-                           "D\x82"
-                           "C"};
-    const char *days[] = {"Dimanche", "Lundi",    "Mardi",  "Mercredi",
-                          "Jeudi",    "Vendredi", "Samedi", "Ill\x82gal"};
-    const char *dabbr[] = {"DIM", "LUN", "MAR", "MER", "JEU", "VEN", "SAM", "ILL"};
+    auto words = [](std::string text) { // space-separated, "#" for 0x82
+        std::replace(text.begin(), text.end(), '#', '\x82');
+        std::vector<std::string> out(1);
+        for (char c : text) c == ' ' ? out.emplace_back() : out.back() += c;
+        return out;
+    };
+    const auto months = words("Ill#gal Janvier F#vrier Mars Avril Mai Juin Juillet Aout Septembre "
+                              "Octobre Novembre D#cembre");
+    const auto mabbr = words("ILL JAN F#V MAR AVR MAI JUI JUI AOU SEP OCT NOV D#C");
+    const auto days = words("Dimanche Lundi Mardi Mercredi Jeudi Vendredi Samedi Ill#gal");
+    const auto dabbr = words("DIM LUN MAR MER JEU VEN SAM ILL");
     for (int32_t i : {INT32_MIN, -1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, INT32_MAX}) {
         const int32_t m = i >= 0 && i <= 12 ? i : 0, d = i >= 0 && i <= 6 ? i : 7;
-        EXPECT_STREQ(utdatemy(i), months[m]) << i;
-        EXPECT_STREQ(utdatemm(i), mabbr[m]) << i;
-        EXPECT_STREQ(utdatedn(i), days[d]) << i;
-        EXPECT_STREQ(utdatedd(i), dabbr[d]) << i;
+        EXPECT_EQ(utdatemy(i), months[m]) << i;
+        EXPECT_EQ(utdatemm(i), mabbr[m]) << i;
+        EXPECT_EQ(utdatedn(i), days[d]) << i;
+        EXPECT_EQ(utdatedd(i), dabbr[d]) << i;
     }
     char *first = utdatemm(1);
     EXPECT_TRUE(utdatemm(2) == first && first != utdatedd(0));
