@@ -88,7 +88,7 @@ void DisposeWindow(WindowRef window) {
     auto at = std::find(windows.begin(), windows.end(), window);
     if (at == windows.end()) return;
     WindowRef front = FrontWindow();
-    if (window->visible && BackendChosen()) CurrentBackend().WindowDisposed(window);
+    if ((window->visible || window->native) && BackendChosen()) CurrentBackend().WindowDisposed(window);
     windows.erase(at);
     FlushEventsFor(window);
     for (ControlRef c : window->controls) DeleteControlRecord(c);
