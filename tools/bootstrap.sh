@@ -6,6 +6,7 @@ packages="g++ cmake ninja-build pkg-config binutils
 libgtest-dev libgmock-dev libbenchmark-dev
 libfreetype-dev libfontconfig-dev libpng-dev libsdl2-dev
 fonts-dejavu-core fonts-liberation2 xvfb xauth xdotool procps
+libx11-dev libxcomposite-dev
 clang libclang-rt-14-dev libinih-dev"
 
 missing=""
