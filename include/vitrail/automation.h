@@ -155,6 +155,13 @@ VITRAIL_API int32_t vitrail_click_at(WindowRef window, int32_t x, int32_t y, int
  * 0, or -1 for no such window, item or row. */
 VITRAIL_API int32_t vitrail_choose_row(WindowRef window, int32_t item, int32_t row, int32_t clicks);
 
+/* The rectangle (window coordinates) of list row `row` (from 0), scrolled
+ * into view first, or of popup menu item `row` (from 1) as its open menu
+ * shows it: where a person clicks to choose it. 0, or -1 for no such
+ * window, item or row (or a null rect). */
+VITRAIL_API int32_t vitrail_dialog_item_row_rect(WindowRef window, int32_t item, int32_t row,
+                                                 Rect *rect);
+
 /* Types the text (Windows character set) into the focused edit box, one key
  * a byte. 0, or -1 for no such window (or a null text). */
 VITRAIL_API int32_t vitrail_type_text(WindowRef window, const char *text);

@@ -109,6 +109,24 @@ Point Centre(const Rect &r) {
     return Point{int16_t((r.top + r.bottom) / 2), int16_t((r.left + r.right) / 2)};
 }
 
+// The rectangle of list row `row` of v (from 0, scrolled into view first)
+// or of popup menu item `row` (from 1); false when v has no such row.
+bool RowRect(ControlRef v, int32_t row, Rect *r) {
+    if (v->kind == ControlKind::ListBox && v->list && row >= 0 &&
+        size_t(row) < v->list->rows.size()) {
+        look::ListScrollTo(v, row);
+        FlushWindows();
+        *r = look::ListRowRect(v, row);
+        return true;
+    }
+    if (v->kind == ControlKind::PopupButton && row >= 1 &&
+        row <= CountMenuItems(GetControlPopupMenuHandle(v))) {
+        *r = look::PopupMenuItemRect(v, int16_t(row));
+        return true;
+    }
+    return false;
+}
+
 } // namespace
 
 extern "C" {
@@ -256,6 +274,12 @@ VITRAIL_API int32_t vitrail_choose_row(WindowRef window, int32_t item, int32_t r
     e.when = ActionTime();
     PostEvent(e);
     return 0;
+}
+
+VITRAIL_API int32_t vitrail_dialog_item_row_rect(WindowRef window, int32_t item, int32_t row,
+                                                 Rect *rect) {
+    ControlRef v = ItemView(window, item);
+    return v && rect && RowRect(v, row, rect) ? 0 : -1;
 }
 
 VITRAIL_API int32_t vitrail_type_text(WindowRef window, const char *text) {

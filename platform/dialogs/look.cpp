@@ -696,6 +696,14 @@ Rect ListThumb(ControlRef c) {
     return Box(track.left, top, track.right, top + thumbH);
 }
 
+Rect ListRowRect(ControlRef c, int32_t row) {
+    Rect inner = ListInner(c);
+    int32_t h = c->list ? std::max<int32_t>(c->list->cellHeight, 1) : 1;
+    int32_t top = inner.top + (row - (c->list ? c->list->top : 0)) * h;
+    int32_t right = ListHasScrollBar(c) ? inner.right - kScrollBarWidth : inner.right;
+    return Box(inner.left, top, right, top + h);
+}
+
 int32_t ListRowAt(ControlRef c, Point pt) {
     Rect inner = ListInner(c);
     if (!c->list || pt.h < inner.left || pt.h >= inner.right || pt.v < inner.top ||

@@ -52,6 +52,9 @@ bool ListHasScrollBar(ControlRef list);
 Rect ListScrollBar(ControlRef list);
 // The thumb of the scroll bar (its position shows the first row shown).
 Rect ListThumb(ControlRef list);
+// The rectangle of `row` with the list scrolled as it is (local; outside
+// the box for a row scrolled away), from the left edge to the scroll bar.
+Rect ListRowRect(ControlRef list, int32_t row);
 // The row under a local point, or -1 (outside the rows or on the scroll bar).
 int32_t ListRowAt(ControlRef list, Point local);
 // Moves the first row shown so that `row` is in view.

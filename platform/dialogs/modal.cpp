@@ -247,9 +247,8 @@ void ChooseRow(DialogRef d, const EventRecord &e) {
     std::vector<Point> at;
     if (v->kind == ControlKind::ListBox && v->list) {
         look::ListScrollTo(v, row);
-        int32_t top = v->rect.top + 1 + (row - v->list->top) * v->list->cellHeight;
-        at.assign(size_t(clicks),
-                  Point{int16_t(top + v->list->cellHeight / 2), int16_t(v->rect.left + 8)});
+        Rect r = look::ListRowRect(v, row);
+        at.assign(size_t(clicks), Point{int16_t((r.top + r.bottom) / 2), int16_t(r.left + 7)});
     } else if (v->kind == ControlKind::PopupButton) {
         Rect menuItem = look::PopupMenuItemRect(v, row);
         at = {Point{int16_t((v->rect.top + v->rect.bottom) / 2),
