@@ -45,7 +45,10 @@ struct Step {
 static const struct Step kSteps[] = {
     {PRES, ROW, "list", 1, "the second prescriber"},
     {PRES, KEY, 0, vitrail_key_return, "OK"},
-    {PATIENT, TYPE, "L\xE9" "a Dupr\xE9", 0, "the patient's name"},
+    {PATIENT, TYPE,
+     "L\xE9"
+     "a Dupr\xE9",
+     0, "the patient's name"},
     {PATIENT, KEY, 0, vitrail_key_return, "OK"},
     {FORM, CLICK, "popup", 0, "opens the drug menu"},
     {FORM, KEY, 0, vitrail_key_escape, "closes it, nothing chosen"},
@@ -86,7 +89,9 @@ static const struct {
     int key;
     const char *name;
 } kKeyNames[] = {
-    {vitrail_key_return, "Return"}, {vitrail_key_escape, "Escape"}, {vitrail_key_tab, "Tab"},
+    {vitrail_key_return, "Return"},
+    {vitrail_key_escape, "Escape"},
+    {vitrail_key_tab, "Tab"},
 };
 
 static const char *folder = ".";
@@ -141,7 +146,8 @@ static int click(WindowRef w, const struct Step *s) {
 static int act(WindowRef w, const struct Step *s) {
     switch (s->act) {
     case CLICK:
-    case ROW: return click(w, s);
+    case ROW:
+        return click(w, s);
     case TYPE:
         printf("type \"");
         put_cp1252(s->target);
@@ -150,7 +156,9 @@ static int act(WindowRef w, const struct Step *s) {
     case KEY:
         printf("key %s%s", s->arg & vitrail_key_shift ? "shift+" : "", key_name(s->arg));
         return vitrail_press_key(w, s->arg);
-    case CLOSE: printf("close"); return vitrail_press_key(w, vitrail_key_escape);
+    case CLOSE:
+        printf("close");
+        return vitrail_press_key(w, vitrail_key_escape);
     }
     return -1;
 }

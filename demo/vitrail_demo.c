@@ -119,7 +119,9 @@ static void draw_record(WindowRef window, const Record *r) {
     ch_font_printstr(port, 0, 14, MAIN_WIDTH, 4, 255, 18, "Ordonnance");
     ch_font_set(port, "Helvetica", 0, 255, 12);
     if (!r) {
-        ch_font_printstr(port, 0, 100, MAIN_WIDTH, 8, 255, 12, "Aucune ordonnance enregistr\xE9" "e.");
+        ch_font_printstr(port, 0, 100, MAIN_WIDTH, 8, 255, 12,
+                         "Aucune ordonnance enregistr\xE9"
+                         "e.");
         return;
     }
     snprintf(line, sizeof line, "\xFF\x80\x28Prescripteur :\xFF\x80\x44%s", r->prescriber);
@@ -127,8 +129,9 @@ static void draw_record(WindowRef window, const Record *r) {
     snprintf(line, sizeof line, "\xFF\x80\x28Patient :\xFF\x80\x44%s", r->patient);
     draw_line(port, 76, line);
     realdco_d(r->rx.dose, dose, sizeof dose, 2);
-    snprintf(line, sizeof line, "\xFF\x80\x28\xFF\x8A\xFF\x80\x34%s, voie %s\xFF\x80\x8B\xFF\x83%s mg",
-             r->rx.drug, r->rx.route, dose);
+    snprintf(line, sizeof line,
+             "\xFF\x80\x28\xFF\x8A\xFF\x80\x34%s, voie %s\xFF\x80\x8B\xFF\x83%s mg", r->rx.drug,
+             r->rx.route, dose);
     draw_line(port, 118, line);
     snprintf(line, sizeof line, "\xFF\x80\x34%d prise%s par jour, du %s au %s%s", (int)r->rx.daily,
              r->rx.daily > 1 ? "s" : "", shown_date(r->rx.start, from), shown_date(r->rx.end, to),
@@ -188,7 +191,8 @@ static int prepare_volumes(const char *folder) {
     if (GetPrivateProfileString("Prescriptions", "Prescripteurs", "", list, sizeof list,
                                 kDirectory) == 0) {
         WritePrivateProfileString("Prescriptions", "Prescripteurs", kPrescribers, kDirectory);
-        GetPrivateProfileString("Prescriptions", "Prescripteurs", "", list, sizeof list, kDirectory);
+        GetPrivateProfileString("Prescriptions", "Prescripteurs", "", list, sizeof list,
+                                kDirectory);
     }
     printf("== prescribers in %s (under %s): ", kDirectory, vitrail_volumes_root());
     put_cp1252(list);
@@ -257,7 +261,8 @@ int main(int argc, char **argv) {
     printf("vitrail demo host, %s\n", shown);
     if (!prepare_volumes(folder)) return 2;
 
-    main_window = vitrail_window_new("Ordonnance courante", 60, 60, 60 + MAIN_WIDTH, 60 + MAIN_HEIGHT);
+    main_window =
+        vitrail_window_new("Ordonnance courante", 60, 60, 60 + MAIN_WIDTH, 60 + MAIN_HEIGHT);
     if (!main_window) return 2;
     scripted = strcmp(vitrail_backend_name(), "headless") == 0;
     printf("== backend %s: %s\n", vitrail_backend_name(),
@@ -281,7 +286,10 @@ int main(int argc, char **argv) {
         print_file(path);
         snprintf(path, sizeof path, "%s/prescription.png", folder);
         if (vitrail_window_write_png(main_window, path) == 0) printf("== written %s\n", path);
-        MessageBox(main_window, "Ordonnance enregistr\xE9" "e.", "Enregistrement", MSGBOX_ICON_NOTE);
+        MessageBox(main_window,
+                   "Ordonnance enregistr\xE9"
+                   "e.",
+                   "Enregistrement", MSGBOX_ICON_NOTE);
     } else {
         printf("== given up: nothing saved\n");
     }
