@@ -14,6 +14,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cctype>
 #include <chrono>
 #include <cstdio>
@@ -87,49 +88,6 @@ class Child {
     int status_ = -1;
 };
 
-// An Xvfb of its own on the display number it picks (-displayfd), the size
-// of the platform's screen.
-class Xvfb {
-  public:
-    explicit Xvfb(const fs::path &dir) {
-        int fds[2];
-        if (pipe(fds) != 0) return;
-        server_ = std::make_unique<Child>(
-            std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(fds[1]), "-screen", "0",
-                                     "1280x800x24", "-nolisten", "tcp", "-noreset"},
-            std::vector<std::string>{}, dir / "xvfb.log", fds[1]);
-        close(fds[1]);
-        // The number comes in two writes, "N" then a line end: read to the line end.
-        std::string number;
-        pollfd p{fds[0], POLLIN, 0};
-        char c = 0;
-        while (c != '\n' && number.size() < 8 && poll(&p, 1, 20000) == 1 &&
-               read(fds[0], &c, 1) == 1)
-            number += c;
-        close(fds[0]);
-        if (c == '\n') name_ = ":" + std::to_string(std::atoi(number.c_str()));
-        if (!name_.empty()) display_ = XOpenDisplay(name_.c_str());
-        // A window may go while it is read: that is no reason to exit.
-        XSetErrorHandler([](Display *, XErrorEvent *) { return 0; });
-        // Each window keeps its whole content off screen, so that a window
-        // under a dialog can still be read in full.
-        int event, error;
-        if (display_ && XCompositeQueryExtension(display_, &event, &error))
-            XCompositeRedirectSubwindows(display_, DefaultRootWindow(display_),
-                                         CompositeRedirectAutomatic);
-    }
-    ~Xvfb() {
-        if (display_) XCloseDisplay(display_);
-    }
-    Display *display() const { return display_; }
-    const std::string &name() const { return name_; }
-
-  private:
-    std::unique_ptr<Child> server_;
-    std::string name_;
-    Display *display_ = nullptr;
-};
-
 // Runs xdotool on the test's display: its exit status, its output in *out.
 int Xdotool(const std::string &display, const std::string &args, std::string *out = nullptr) {
     std::string cmd = "DISPLAY=" + display + " timeout 10 xdotool " + args + " 2>/dev/null";
@@ -158,37 +116,27 @@ std::vector<Window> FindWindows(const std::string &display, const std::string &t
     return found;
 }
 
-// The window's content as the X server shows it, RGBA.
-platform::RgbaImage Screenshot(Display *d, Window w) {
-    platform::RgbaImage shot;
+// Pixels of the window that differ from `want` (all when the sizes
+// differ); *shot gets the window as the X server shows it. The server is
+// 24-bit TrueColor: red, green and blue are the bytes 2, 1 and 0 of a pixel.
+size_t Differences(Display *d, Window w, const platform::RgbaImage &want,
+                   platform::RgbaImage *shot) {
     XWindowAttributes a;
-    if (!XGetWindowAttributes(d, w, &a)) return shot;
-    XImage *img = XGetImage(d, w, 0, 0, unsigned(a.width), unsigned(a.height), AllPlanes, ZPixmap);
-    if (!img) return shot;
-    auto channel = [](unsigned long pixel, unsigned long mask) {
-        int shift = 0;
-        while (mask && !(mask & 1)) mask >>= 1, ++shift;
-        return uint8_t(((pixel >> shift) & mask) * 255 / (mask ? mask : 1));
-    };
-    shot.width = a.width, shot.height = a.height;
+    XImage *img = XGetWindowAttributes(d, w, &a) ? XGetImage(d, w, 0, 0, unsigned(a.width),
+                                                             unsigned(a.height), AllPlanes, ZPixmap)
+                                                 : nullptr;
+    if (!img) return size_t(-1);
+    *shot = platform::RgbaImage{a.width, a.height, 0, 0, {}};
+    size_t n = a.width == want.width && a.height == want.height ? 0 : size_t(-1);
     for (int y = 0; y < a.height; ++y)
         for (int x = 0; x < a.width; ++x) {
             unsigned long p = XGetPixel(img, x, y);
-            shot.pixels.insert(shot.pixels.end(),
-                               {channel(p, img->red_mask), channel(p, img->green_mask),
-                                channel(p, img->blue_mask), 255});
+            const uint8_t rgba[4] = {uint8_t(p >> 16), uint8_t(p >> 8), uint8_t(p), 255};
+            shot->pixels.insert(shot->pixels.end(), rgba, rgba + 4);
+            if (n != size_t(-1))
+                n += !std::equal(rgba, rgba + 3, &want.pixels[4 * (size_t(y) * a.width + x)]);
         }
     XDestroyImage(img);
-    return shot;
-}
-
-// Pixels whose colour differs (alpha aside); all of them when the sizes differ.
-size_t Differences(const platform::RgbaImage &a, const platform::RgbaImage &b) {
-    if (a.width != b.width || a.height != b.height) return size_t(-1);
-    size_t n = 0;
-    for (size_t i = 0; i < a.pixels.size(); i += 4)
-        n += a.pixels[i] != b.pixels[i] || a.pixels[i + 1] != b.pixels[i + 1] ||
-             a.pixels[i + 2] != b.pixels[i + 2];
     return n;
 }
 
@@ -207,7 +155,7 @@ Window WaitForWindow(Display *d, const std::string &display, const std::string &
     size_t diff = size_t(-1);
     for (auto end = Clock::now() + kPatience; !match && Clock::now() < end;) {
         for (Window w : FindWindows(display, title))
-            if ((diff = Differences(shot = Screenshot(d, w), want)) == 0) match = w;
+            if ((diff = Differences(d, w, want, &shot)) == 0) match = w;
         if (!match) std::this_thread::sleep_for(std::chrono::milliseconds(100));
     }
     fs::path seen = png;
@@ -260,15 +208,37 @@ constexpr char kSaved[] = "[Ordonnance]\r\nPrescripteur=Dr Nguyen-Lefort\r\n"
 
 class XServer : public ::testing::Test {
   protected:
+    // An Xvfb of its own, on the display number it picks (-displayfd), the
+    // size of the platform's screen.
     void SetUp() override {
         char pattern[] = "/tmp/vitrail-xserver-XXXXXX";
-        ASSERT_TRUE(mkdtemp(pattern));
+        int fds[2];
+        ASSERT_TRUE(mkdtemp(pattern) && pipe(fds) == 0);
         dir_ = pattern;
-        x_ = std::make_unique<Xvfb>(dir_);
-        ASSERT_TRUE(x_->display()) << "Xvfb did not start: " << Slurp(dir_ / "xvfb.log");
+        xvfb_ = std::make_unique<Child>(
+            std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(fds[1]), "-screen", "0",
+                                     "1280x800x24", "-nolisten", "tcp", "-noreset"},
+            std::vector<std::string>{}, dir_ / "xvfb.log", fds[1]);
+        close(fds[1]);
+        // The number comes in two writes, "N" then a line end: read to the line end.
+        pollfd p{fds[0], POLLIN, 0};
+        char c = 0;
+        while (c != '\n' && name_.size() < 8 && poll(&p, 1, 20000) == 1 && read(fds[0], &c, 1) == 1)
+            name_ += c;
+        close(fds[0]);
+        name_ = ":" + std::to_string(std::atoi(name_.c_str()));
+        ASSERT_TRUE(c == '\n' && (display_ = XOpenDisplay(name_.c_str())))
+            << "Xvfb did not start: " << Slurp(dir_ / "xvfb.log");
+        // A window may go while it is read: that is no reason to exit.
+        XSetErrorHandler([](Display *, XErrorEvent *) { return 0; });
+        // Each window keeps its whole content off screen, so that a window
+        // under a dialog can still be read in full.
+        XCompositeRedirectSubwindows(display_, DefaultRootWindow(display_),
+                                     CompositeRedirectAutomatic);
     }
     void TearDown() override {
-        x_.reset();
+        if (display_) XCloseDisplay(display_);
+        xvfb_.reset();
         // Kept when a test fails or VITRAIL_KEEP_XSHOTS is set, for a person to look at.
         if (!HasFailure() && !std::getenv("VITRAIL_KEEP_XSHOTS"))
             fs::remove_all(dir_);
@@ -296,7 +266,7 @@ class XServer : public ::testing::Test {
         std::istringstream args(s.action);
         std::string verb, id = std::to_string(w);
         args >> verb;
-        if (verb == "close") return CloseBox(x_->display(), w), true;
+        if (verb == "close") return CloseBox(display_, w), true;
         if (verb == "click") {
             int x = -1, y = -1;
             args >> x >> y;
@@ -310,10 +280,12 @@ class XServer : public ::testing::Test {
         return verb == "key" && Do("windowfocus --sync " + id) && Do("key " + what);
     }
 
-    bool Do(const std::string &args) { return Xdotool(x_->name(), args) == 0; }
+    bool Do(const std::string &args) { return Xdotool(name_, args) == 0; }
 
     fs::path dir_;
-    std::unique_ptr<Xvfb> x_;
+    std::unique_ptr<Child> xvfb_;
+    std::string name_;
+    Display *display_ = nullptr;
 };
 
 // A person's session on the X server, step by step as the headless session
@@ -327,14 +299,14 @@ TEST_F(XServer, DemoSessionWithRealInputShowsWhatTheHeadlessRunShowed) {
     EXPECT_EQ(Slurp(headless / "volumes/Cabinet/ordonnance.ini"), kSaved);
 
     // VITRAIL_BACKEND unset: the display is there, so SDL is chosen.
-    auto demo = Demo({"VITRAIL_BACKEND=", "DISPLAY=" + x_->name()}, x11);
+    auto demo = Demo({"VITRAIL_BACKEND=", "DISPLAY=" + name_}, x11);
     for (const Step &s : steps) {
         SCOPED_TRACE("step " + s.number + ", " + s.window + ": " + s.action);
-        Window w = WaitForWindow(x_->display(), x_->name(), s.window,
-                                 headless / ("step-" + s.number + ".png"));
+        Window w =
+            WaitForWindow(display_, name_, s.window, headless / ("step-" + s.number + ".png"));
         ASSERT_TRUE(w);
         if (s.window == "Enregistrement") { // the main window, under the last note
-            EXPECT_TRUE(WaitForWindow(x_->display(), x_->name(), "Ordonnance courante",
+            EXPECT_TRUE(WaitForWindow(display_, name_, "Ordonnance courante",
                                       headless / "prescription.png"));
         }
         ASSERT_TRUE(Replay(s, w));
