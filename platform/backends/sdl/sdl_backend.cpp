@@ -126,9 +126,9 @@ void PostMotion(const SDL_MouseMotionEvent &e) {
 
 void PostWheel(const SDL_MouseWheelEvent &e) {
     WindowRef w = Owner(e.windowID);
-    int32_t notches = e.direction == SDL_MOUSEWHEEL_FLIPPED ? e.y : -e.y;
+    int32_t notches = std::clamp(e.direction == SDL_MOUSEWHEEL_FLIPPED ? e.y : -e.y, -1000, 1000);
     if (!w || notches == 0) return;
-    int16_t rows = int16_t(std::clamp<int32_t>(notches * kRowsPerNotch, -32767, 32767));
+    int16_t rows = int16_t(notches * kRowsPerNotch);
     PostEvent(WheelEvent(Global(w, e.mouseX, e.mouseY), rows));
 }
 
@@ -138,6 +138,7 @@ class Sdl final : public Backend {
 
     void WindowShown(WindowRef w) override {
         if (!NativeOf(w) && !Create(w)) return;
+        Sync(w); // it may have changed while hidden
         SDL_ShowWindow(NativeOf(w)->window);
         SDL_RaiseWindow(NativeOf(w)->window);
         Show(w);
@@ -156,11 +157,8 @@ class Sdl final : public Backend {
     }
 
     void WindowChanged(WindowRef w) override {
-        Native *n = NativeOf(w);
-        if (!n) return;
-        SDL_SetWindowTitle(n->window, MacRomanToUtf8(w->title).c_str());
-        SDL_SetWindowSize(n->window, w->port->width, w->port->height);
-        SDL_SetWindowPosition(n->window, w->bounds.left, w->bounds.top);
+        if (!NativeOf(w)) return;
+        Sync(w);
         Show(w);
     }
 
@@ -181,6 +179,14 @@ class Sdl final : public Backend {
   private:
     // After a command key, the text input of the same key press is not typed.
     bool swallowText = false;
+
+    // Title, size and position as the platform has them.
+    static void Sync(WindowRef w) {
+        SDL_Window *sdl = NativeOf(w)->window;
+        SDL_SetWindowTitle(sdl, MacRomanToUtf8(w->title).c_str());
+        SDL_SetWindowSize(sdl, w->port->width, w->port->height);
+        SDL_SetWindowPosition(sdl, w->bounds.left, w->bounds.top);
+    }
 
     bool Create(WindowRef w) {
         auto n = new (std::nothrow) Native;
