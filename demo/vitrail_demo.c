@@ -13,8 +13,9 @@
  *   result          drawn in the main window, saved to a profile, written
  *                   as <folder>/prescription.png
  *
- * With a display (the SDL backend) a person works the dialogs. Without one
- * the session of session.c plays them and writes a PNG of every step. The
+ * With a display (the SDL backend) a person works the dialogs. Without one,
+ * or when VITRAIL_DEMO_SCRIPT is set, the session of session.c plays them
+ * and writes a PNG of every step. The
  * folder is the first argument (default "demo-output"); the volumes live in
  * <folder>/volumes unless VITRAIL_VOLUMES names them. Exit status 0 when a
  * prescription was saved, 1 when the person gave up, 2 on an error.
@@ -264,7 +265,7 @@ int main(int argc, char **argv) {
     main_window =
         vitrail_window_new("Ordonnance courante", 60, 60, 60 + MAIN_WIDTH, 60 + MAIN_HEIGHT);
     if (!main_window) return 2;
-    scripted = strcmp(vitrail_backend_name(), "headless") == 0;
+    scripted = strcmp(vitrail_backend_name(), "headless") == 0 || getenv("VITRAIL_DEMO_SCRIPT");
     printf("== backend %s: %s\n", vitrail_backend_name(),
            scripted ? "a scripted session plays the dialogs" : "the dialogs wait for you");
     if (load_record(&saved)) {

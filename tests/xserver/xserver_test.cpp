@@ -314,6 +314,17 @@ TEST_F(XServer, DemoSessionWithRealInputShowsWhatTheHeadlessRunShowed) {
     ASSERT_EQ(demo->Wait(kPatience), 0) << Slurp(x11 / "log.txt");
     EXPECT_NE(Slurp(x11 / "log.txt").find("== backend sdl"), std::string::npos);
     EXPECT_EQ(Slurp(x11 / "volumes/Cabinet/ordonnance.ini"), kSaved);
+
+    // The scripted session on the display: the agent acts before the
+    // display is waited for, and sees every step as the headless run did.
+    fs::path agent = dir_ / "agent";
+    log = RunDemo({"VITRAIL_BACKEND=sdl", "DISPLAY=" + name_, "VITRAIL_DEMO_SCRIPT=1"}, agent);
+    EXPECT_NE(log.find("== backend sdl"), std::string::npos) << log;
+    EXPECT_EQ(Slurp(agent / "volumes/Cabinet/ordonnance.ini"), kSaved);
+    for (const Step &s : steps)
+        EXPECT_EQ(Slurp(agent / ("step-" + s.number + ".png")),
+                  Slurp(headless / ("step-" + s.number + ".png")))
+            << "step " << s.number;
 }
 
 TEST_F(XServer, WithoutTheDisplayHeadlessTakesOverAndSaysSoOnce) {
