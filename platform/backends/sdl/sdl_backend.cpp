@@ -299,6 +299,7 @@ Backend *NewSdlBackend(const char **why) {
     }
     SDL_StartTextInput();
     made = new (std::nothrow) Sdl;
+    if (!made && why) *why = "out of memory";
     return made;
 }
 
