@@ -57,7 +57,8 @@ VITRAIL_API void vitrail_window_dispose(WindowRef window);
  * routines, reading pixels and writing PNGs); null for no such window. */
 VITRAIL_API GrafPtr vitrail_window_port(WindowRef window);
 
-/* Sets the window's reference constant (read back by MessageBoxFilter). */
+/* Sets the window's reference constant (read back by MessageBoxFilter); an
+ * unknown window is left alone. */
 VITRAIL_API void vitrail_window_set_refcon(WindowRef window, void *refcon);
 
 /* Queues an update event for the window, as when a person uncovers it. 0,
@@ -69,8 +70,9 @@ VITRAIL_API int32_t vitrail_window_invalidate(WindowRef window);
 /* The front-most visible window, or null. */
 VITRAIL_API WindowRef vitrail_front_window(void);
 
-/* Copies at most size - 1 bytes of the title (terminated when size > 0)
- * and returns the title's whole length; -1 for no such window. */
+/* Copies at most size - 1 bytes of the title (Windows character set;
+ * terminated when size > 0) and returns the title's whole length; -1 for no
+ * such window. */
 VITRAIL_API int32_t vitrail_window_title(WindowRef window, char *buf, int32_t size);
 
 /* The window's content rectangle in global pixels: 0, or -1 for no such
@@ -110,9 +112,9 @@ typedef struct vitrail_item_info {
  * null info). */
 VITRAIL_API int32_t vitrail_dialog_item(WindowRef window, int32_t item, vitrail_item_info *info);
 
-/* A list row (from 0) or a popup menu item (from 1) of `item`: copies at
- * most size - 1 bytes and returns the text's whole length; -1 when there is
- * no such window, item or row. */
+/* A list row (from 0) or a popup menu item (from 1) of `item` (Windows
+ * character set): copies at most size - 1 bytes and returns the text's whole
+ * length; -1 when there is no such window, item or row. */
 VITRAIL_API int32_t vitrail_dialog_item_row(WindowRef window, int32_t item, int32_t row, char *buf,
                                             int32_t size);
 
@@ -170,7 +172,11 @@ VITRAIL_API int32_t vitrail_type_text(WindowRef window, const char *text);
  * is not one byte with optional modifier bits. */
 VITRAIL_API int32_t vitrail_press_key(WindowRef window, int32_t key);
 
-/* The backend in force ("headless" or "sdl"); choosing it may open the display. */
+/* The backend in force, "headless" or "sdl", chosen once at its first use:
+ * VITRAIL_BACKEND=headless or sdl; unset, sdl when a display answers and
+ * headless otherwise. When sdl is asked for (or DISPLAY is set) but no
+ * display opens, headless takes over with one line on standard error.
+ * Asking may open the display. */
 VITRAIL_API const char *vitrail_backend_name(void);
 
 VITRAIL_END_DECLS

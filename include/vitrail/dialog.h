@@ -94,11 +94,12 @@ VITRAIL_API int32_t QarDlgBox_end(WindowRef window);
  * does nothing and returns 0 when its family is disabled or the index is
  * negative or not below the count (so after a dialog has ended). */
 
-/* Stores at most TDB_BUFFERSIZE - 1 characters of `text` (null as empty) as
- * text field i's value and shows it (masked for a password field; in a popup
- * the matching choice is selected, a list box is left as it is). A mandatory
- * field given "" and a text longer than TDB_iCarac[i] become invalid; the
- * validity is never raised here and OK is not re-evaluated. Returns 0. */
+/* Stores at most TDB_BUFFERSIZE - 1 characters of `text` (Windows-1252,
+ * null as empty) as text field i's value and shows it (masked for a
+ * password field; in a popup the matching choice is selected, a list box is
+ * left as it is). A mandatory field given "" and a text longer than
+ * TDB_iCarac[i] become invalid; the validity is never raised here and OK is
+ * not re-evaluated. Returns 0. */
 VITRAIL_API int32_t QarDlgBox_texte_set(int32_t i, const char *text);
 
 /* Rebuilds the choices of text field i from its list text (popup: choices
@@ -107,22 +108,24 @@ VITRAIL_API int32_t QarDlgBox_texte_set(int32_t i, const char *text);
  * change. The value and validity are not changed. Returns 0. */
 VITRAIL_API int32_t QarDlgBox_texte_set_liste(int32_t i);
 
-/* Shows at most 255 characters of `text` (null as empty) in number field i
- * and validates it with vf[i], which stores the number it reads: a mandatory
- * field given "" or a text vf[i] refuses becomes invalid, an accepted one
- * valid. OK is not re-evaluated. Returns 0. */
+/* Shows at most 255 characters of `text` (a number as realcod_d reads it,
+ * null as empty) in number field i and validates it with vf[i], which
+ * stores the number it reads: a mandatory field given "" or a text vf[i]
+ * refuses becomes invalid, an accepted one valid. OK is not re-evaluated.
+ * Returns 0. */
 VITRAIL_API int32_t QarDlgBox_num_set(int32_t i, const char *text);
 
 /* Kept for hosts that call them: they change nothing and return 0. */
 VITRAIL_API int32_t QarDlgBox_bool_set(int32_t i, int32_t value);
 VITRAIL_API int32_t QarDlgBox_int_set(int32_t i, int32_t value);
 
-/* Lets the person pick a prescriber among the "+"-separated names of key
- * "Prescripteurs" in section "Prescriptions" of `profile` (a Mac path; a
- * missing file or key gives one empty row). Returns PRES_szSelect, which
- * holds the chosen name when the dialog is accepted, "" when it is
- * cancelled, and its previous text when the name has 128 characters or
- * more. `unused1` and `unused2` are accepted and ignored. */
+/* Lets the person pick a prescriber among the "+"-separated names
+ * (Windows-1252, as the profile holds them) of key "Prescripteurs" in
+ * section "Prescriptions" of `profile` (a Mac path; a missing file or key
+ * gives one empty row). Returns PRES_szSelect, which holds the chosen name
+ * when the dialog is accepted, "" when it is cancelled, and its previous
+ * text when the name has 128 characters or more. `unused1` and `unused2`
+ * are accepted and ignored. */
 VITRAIL_API char *SelectPRES(void *unused1, void *unused2, const char *profile);
 
 VITRAIL_END_DECLS

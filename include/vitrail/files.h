@@ -16,7 +16,9 @@
  *
  * Paths are Mac paths "Vol:dir:file" naming <volumes root>/Vol/dir/file
  * (the volumes root is "/Volumes" unless changed, see platform.h); in the
- * Unix form a "/" inside a Mac name becomes ":".
+ * Unix form a "/" inside a Mac name becomes ":". Path bytes are not converted
+ * from any character set: a Windows-1252 "\xE9" in a Mac path is the byte
+ * 0xE9 in the Unix file name. Names and contents of files are bytes.
  */
 #ifndef VITRAIL_FILES_H
 #define VITRAIL_FILES_H

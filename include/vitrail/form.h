@@ -73,9 +73,10 @@ VITRAIL_BEGIN_DECLS
 
 /* ---- Callback types ------------------------------------------------------ */
 
-/* Field validator: parses the zero-terminated text (it may trim it in place);
- * when the text is acceptable stores the value through `value` and returns 0,
- * else returns a non-zero code. Only 0 versus non-zero is used. */
+/* Field validator: parses the zero-terminated text (Windows-1252, as the
+ * field holds it; it may trim it in place); when the text is acceptable
+ * stores the value through `value` and returns 0, else returns a non-zero
+ * code. Only 0 versus non-zero is used. */
 typedef int32_t (*DlgBoxIntValidProc)(char *text, int32_t *value);
 typedef int32_t (*DlgBoxNumValidProc)(char *text, double *value);
 
@@ -83,14 +84,15 @@ typedef int32_t (*DlgBoxNumValidProc)(char *text, double *value);
  * clicked; the dialog stays open and the result is not used. */
 typedef int32_t (*DlgBoxPushProc)(WindowRef window);
 
-/* Global hook: called with the ID of a field that changed (and is valid), then
- * for each of the text, check-box, integer, number and date families its
- * enable flag, base ID, value array and count (a disabled family is to be
- * treated as absent), then a refresh list and its capacity. It may change
- * values in the tables, writes at most `capacity` field IDs into `refresh`
- * (n: show field n's value again; -n: clear field n on screen, which makes it
- * invalid if mandatory, valid if optional) and returns how many it wrote; a
- * negative result means none. With capacity 0 it must write nothing. */
+/* Global hook: called with the ID of a field that changed (and is valid),
+ * then for each of the text, check-box, integer, number and date families
+ * its enable flag, base ID, value array (texts in Windows-1252) and count
+ * (a disabled family is to be treated as absent), then a refresh list and
+ * its capacity. It may change values in the tables, writes at most
+ * `capacity` field IDs into `refresh` (n: show field n's value again; -n:
+ * clear field n on screen, which makes it invalid if mandatory, valid if
+ * optional) and returns how many it wrote; a negative result means none.
+ * With capacity 0 it must write nothing. */
 typedef int32_t (*DlgBoxGlobalProc)(int32_t field_id, int32_t tdb, int32_t tdb_id, char **texts,
                                     int32_t tdb_n, int32_t bdb, int32_t bdb_id, int32_t *flags,
                                     int32_t bdb_n, int32_t idb, int32_t idb_id, int32_t *ints,
@@ -98,9 +100,10 @@ typedef int32_t (*DlgBoxGlobalProc)(int32_t field_id, int32_t tdb, int32_t tdb_i
                                     int32_t ndb_n, int32_t ddb, int32_t ddb_id, int32_t *dates,
                                     int32_t ddb_n, int32_t *refresh, int32_t capacity);
 
-/* Final hook: asked when the user clicks OK (or double-clicks a list-box row,
- * or the host calls QarDlgBox_end), with the dialog's window and each
- * family's enable flag, value array and count. 0 keeps the dialog open (the hook tells the user why, typically with
+/* Final hook: asked when the user clicks OK (or double-clicks a list-box
+ * row, or the host calls QarDlgBox_end), with the dialog's window and each
+ * family's enable flag, value array (texts in Windows-1252) and count. 0
+ * keeps the dialog open (the hook tells the user why, typically with
  * DlgBoxFinal_MessageBox); any other value accepts. Cancel never asks it. */
 typedef int32_t (*DlgBoxFinalProc)(WindowRef window, int32_t tdb, char **texts, int32_t tdb_n,
                                    int32_t bdb, int32_t *flags, int32_t bdb_n, int32_t idb,
@@ -237,10 +240,11 @@ VITRAIL_API extern DialogRef DlgBox_hDlg;
 
 /* ---- Dialog frame and OK/Cancel buttons ---------------------------------- */
 
-/* HDB = 1 and the title, cut to 127 characters. Returns 0. */
+/* HDB = 1 and the title (Windows-1252), cut to 127 characters. Returns 0. */
 VITRAIL_API int32_t TitreDlgBox_set(const char *title);
-/* Copies the title into dst only when its length is below size (terminator
- * included), else leaves dst untouched. Returns 0 either way. */
+/* Copies the title (Windows-1252) into dst only when its length is below
+ * size (terminator included), else leaves dst untouched. Returns 0 either
+ * way. */
 VITRAIL_API int32_t TitreDlgBox_retrieve(char *dst, uint32_t size);
 /* LDB = 1 and the dialog size in dialog units. The dialog converts LDB_cx and
  * LDB_cy to pixels in place, so call it again before each dialog. Returns 0. */
@@ -252,8 +256,8 @@ VITRAIL_API int32_t BOKDlgBox_set_geo(int32_t x, int32_t y);
 /* OK_xt, OK_yt = xt, yt, recorded for the host. Returns 0. */
 VITRAIL_API int32_t BOKDlgBox_pos(int32_t xt, int32_t yt);
 /* Saves the present texts in OK_sz1_bak, OK_sz2_bak, then sets the OK and
- * Cancel texts, each cut to 15 characters; an empty (or null) text shows as
- * "OK" or "Annuler". Returns 0. */
+ * Cancel texts (Windows-1252), each cut to 15 characters; an empty (or null)
+ * text shows as "OK" or "Annuler". Returns 0. */
 VITRAIL_API int32_t BOKDlgBox_textes(const char *ok, const char *cancel);
 /* Puts back the texts saved by the last BOKDlgBox_textes (after two calls,
  * the first call's texts, not "OK" and "Annuler"). */
@@ -280,8 +284,9 @@ VITRAIL_API int32_t Dlg_CoefCY(int32_t cy);
 /* Starts the static items: SDB = 1, SDB_N = count (0..128), every item below
  * it at geometry and type 0 with an empty text in its own slice. Returns 0. */
 VITRAIL_API int32_t StaticDlgBox_param(int32_t count);
-/* Item i's text, cut to 511 characters. A built dialog converts the texts to
- * its own character set in place: set them again for each dialog. Returns 0. */
+/* Item i's text (Windows-1252), cut to 511 characters. A built dialog
+ * converts the texts to Mac OS Roman in place (SDB_pszBuffer then holds Mac
+ * OS Roman): set them again for each dialog. Returns 0. */
 VITRAIL_API int32_t StaticDlgBox_set(int32_t i, const char *text);
 /* Item i's geometry, each value stored as its low 16 bits. Returns 0. */
 VITRAIL_API int32_t StaticDlgBox_set_geo(int32_t i, int32_t x, int32_t y, int32_t cx, int32_t cy);
@@ -298,8 +303,9 @@ VITRAIL_API int32_t StaticDlgBox_set_type(int32_t i, int32_t type);
  * list in its own slices, TDB_iCarac = TDB_BUFFERSIZE - 1 and no tab stops.
  * TDB_bPassw is kept: only TexteDlgBox_password changes it. Returns 0. */
 VITRAIL_API int32_t TexteDlgBox_param(int32_t count, int32_t base_id);
-/* Field i's text, cut to TDB_BUFFERSIZE - 1 characters; the field now holds
- * a value (bInit 1). Returns 0. */
+/* Field i's text (Windows-1252), cut to TDB_BUFFERSIZE - 1 characters; the
+ * field now holds a value (bInit 1), so an empty mandatory field given ""
+ * keeps OK inactive from the start. Returns 0. */
 VITRAIL_API int32_t TexteDlgBox_set(int32_t i, const char *text);
 /* Field i's geometry and rank (-1 or 0..127), each stored as its low 16
  * bits. Returns 0. */
@@ -308,8 +314,8 @@ VITRAIL_API int32_t TexteDlgBox_set_geo(int32_t i, int32_t x, int32_t y, int32_t
 /* Lowers field i's longest valid length to max_length (a negative value
  * counts as 0); a value above the present one is ignored. Returns 0. */
 VITRAIL_API int32_t TexteDlgBox_set_ncarac(int32_t i, int32_t max_length);
-/* Makes field i a pop-up menu (TDBC = 1) of the list, items separated by "+"
- * or ",", the item equal to the text chosen; the list is cut to
+/* Makes field i a pop-up menu (TDBC = 1) of the list (Windows-1252), items
+ * separated by "+" or ",", the item equal to the text chosen; the list is cut to
  * TDB_BUFFERSIZE - 1 characters and copied to wherever TDB_PSZLBUFFER[i]
  * points (nowhere when null). Returns 0. */
 VITRAIL_API int32_t TexteDlgBox_set_liste(int32_t i, const char *list);
@@ -320,13 +326,14 @@ VITRAIL_API int32_t TexteDlgBox_change_liste(int32_t i);
  * described and shown); call it before TexteDlgBox_set_liste. The next
  * TexteDlgBox_param lets it go. Returns 0. */
 VITRAIL_API int32_t TexteDlgBox_set_liste_buffer(int32_t i, char *buffer);
-/* Copies field i's text into dst only when its length is below size
+/* Copies field i's text (Windows-1252) into dst only when its length is
+ * below size
  * (terminator included); otherwise dst is left untouched. Returns 0 whether
  * it copied or not: a host tells the cases apart by the length of
  * TDB_pszBuffer[i] (copied when below size), or never misses a text by giving
  * TDB_BUFFERSIZE bytes. */
 VITRAIL_API int32_t TexteDlgBox_retrieve(int32_t i, char *dst, uint32_t size);
-/* Copies field i's whole list into dst, which must hold it: strlen of
+/* Copies field i's whole list (Windows-1252) into dst, which must hold it: strlen of
  * TDB_PSZLBUFFER[i] plus one bytes, at most TDB_BUFFERSIZE for a list in the
  * library's store. A null dst or list copies nothing. Returns 0. */
 VITRAIL_API int32_t TexteDlgBox_retrieve_liste(int32_t i, char *dst);
@@ -352,8 +359,8 @@ VITRAIL_API int32_t TexteDlgBox_get_valid(int32_t i);
 VITRAIL_API int32_t BoolDlgBox_param(int32_t count, int32_t base_id);
 /* Box i's state, stored as given (0 unchecked, 1 checked). Returns 0. */
 VITRAIL_API int32_t BoolDlgBox_set(int32_t i, int32_t state);
-/* Box i's geometry and rank (low 16 bits each), then its label cut to 47
- * characters. Returns 0. */
+/* Box i's geometry and rank (low 16 bits each), then its label
+ * (Windows-1252, null as empty) cut to 47 characters. Returns 0. */
 VITRAIL_API int32_t BoolDlgBox_set_geo(int32_t i, const char *label, int32_t x, int32_t y,
                                        int32_t cx, int32_t cy, int32_t rk);
 /* Stores box i's state into *dst (untouched for a null dst or an index
@@ -463,8 +470,8 @@ VITRAIL_API int32_t intcod_l_date(char *text, int32_t *value);
  * base_id; each button below the count unplaced, with an empty label and no
  * action (written through vp). Returns 0. */
 VITRAIL_API int32_t PushDlgBox_param(int32_t count, int32_t base_id);
-/* Button i's geometry and rank (low 16 bits each), then its label cut to 15
- * characters. Returns 0. */
+/* Button i's geometry and rank (low 16 bits each), then its label
+ * (Windows-1252, null as empty) cut to 15 characters. Returns 0. */
 VITRAIL_API int32_t PushDlgBox_set_geo(int32_t i, const char *label, int32_t x, int32_t y,
                                        int32_t cx, int32_t cy, int32_t rk);
 /* vp[i] = action (null: none). A click calls the action, then the global
@@ -513,14 +520,16 @@ VITRAIL_API int32_t BoolDlgBox_global(int32_t i);
 VITRAIL_API int32_t IntDlgBox_global(int32_t i);
 VITRAIL_API int32_t NumDlgBox_global(int32_t i);
 VITRAIL_API int32_t DateDlgBox_global(int32_t i);
-/* Records the final hook's message, cut to 255 characters (null: empty), in
- * DlgBoxFinal_szErr, which keeps it across dialogs. Returns DlgBoxFinal_szErr. */
+/* Records the final hook's message (Windows-1252), cut to 255 characters
+ * (null: empty), in DlgBoxFinal_szErr, which keeps it across dialogs.
+ * Returns DlgBoxFinal_szErr. */
 VITRAIL_API char *DlgBoxFinal_Erreur_set(const char *message);
 /* Returns DlgBoxFinal_szErr, the last message recorded. */
 VITRAIL_API char *DlgBoxFinal_Erreur(void);
 /* Records the message as DlgBoxFinal_Erreur_set does; then, when window is
- * not null, shows it with MessageBox(window, message, caption, flags) and
- * returns its answer. A null window shows nothing and returns 0. */
+ * not null, shows it with MessageBox(window, message, caption, flags) (texts
+ * in Windows-1252) and returns its answer (1, the "OK" of a note, unless
+ * flags ask a question). A null window shows nothing and returns 0. */
 VITRAIL_API int32_t DlgBoxFinal_MessageBox(WindowRef window, const char *message,
                                            const char *caption, uint32_t flags);
 

@@ -1,13 +1,20 @@
 /*
  * vitrail — host-facing platform services: where the library's files live,
- * off-screen ports and PNG export, the backend and automation of dialogs.
+ * and off-screen ports with their pixels, trace and PNG export. Windows,
+ * the backend and the automation of dialogs are in automation.h.
  *
- *   Setting           Default                         Overridden by
- *   volumes root      "/Volumes"                      VITRAIL_VOLUMES, vitrail_set_volumes_root
- *   resources folder  none                            VITRAIL_RESOURCES,
- * vitrail_set_resources_folder
+ *   Setting           Default     Set by (the call wins over the variable)
+ *   volumes root      /Volumes    vitrail_set_volumes_root, VITRAIL_VOLUMES
+ *   resources folder  none        vitrail_set_resources_folder, VITRAIL_RESOURCES
+ *   backend           see         VITRAIL_BACKEND (automation.h)
  *
- * A full Mac path "Vol:dir:file" names <volumes root>/Vol/dir/file.
+ * A full Mac path "Vol:dir:file" names <volumes root>/Vol/dir/file. The
+ * variables are read once, at the first use of the setting; a value longer
+ * than 1023 bytes is ignored (the default stays).
+ *
+ * Character sets: folders and PNG paths here are Unix paths, bytes handed
+ * to the file system as they are (UTF-8 on a usual system). Texts in the
+ * trace are UTF-8.
  */
 #ifndef VITRAIL_PLATFORM_H
 #define VITRAIL_PLATFORM_H
@@ -16,19 +23,23 @@
 
 VITRAIL_BEGIN_DECLS
 
-/* Sets the folder that holds the volumes (no trailing "/" needed). A null or
+/* Sets the folder that holds the volumes (a Unix path; trailing "/" dropped;
+ * a relative one is taken from the working folder at each use). A null or
  * empty folder goes back to VITRAIL_VOLUMES, or "/Volumes" when it is unset.
- * Folders longer than 1023 bytes are refused (returns -1); otherwise 0. */
+ * The folder need not exist yet. Folders longer than 1023 bytes are refused
+ * (returns -1, the root in force stays); otherwise 0. */
 VITRAIL_API int32_t vitrail_set_volumes_root(const char *folder);
 
 /* The volumes root in force, without a trailing "/". Valid until the next
  * vitrail_set_volumes_root. */
 VITRAIL_API const char *vitrail_volumes_root(void);
 
-/* Sets the folder of named resources (pictures are <folder>/PICT/<name>.png;
- * docs/resources.md). A null or empty folder goes back to VITRAIL_RESOURCES,
- * or no folder when it is unset. Folders longer than 1023 bytes are refused
- * (returns -1); otherwise 0. */
+/* Sets the folder of named resources (a Unix path; pictures are
+ * <folder>/PICT/<name>.png, dialog templates <folder>/DLOG/<name>, a name
+ * in Mac OS Roman being its UTF-8 file name; docs/resources.md). A null or
+ * empty folder goes back to VITRAIL_RESOURCES, or no folder when it is
+ * unset: no named resource exists then. Folders longer than 1023 bytes are
+ * refused (returns -1, the folder in force stays); otherwise 0. */
 VITRAIL_API int32_t vitrail_set_resources_folder(const char *folder);
 
 /* The resources folder in force ("" when none). Valid until the next
@@ -40,17 +51,22 @@ VITRAIL_API const char *vitrail_resources_folder(void);
  * operations drawn into it. Null when a side is out of range. */
 VITRAIL_API GrafPtr vitrail_port_new(int32_t width, int32_t height);
 
-/* Frees a port from vitrail_port_new; null is ignored. */
+/* Frees a port from vitrail_port_new (never a window's port: the window owns
+ * it); null is ignored. The port is current no more. */
 VITRAIL_API void vitrail_port_dispose(GrafPtr port);
 
-/* Makes `port` the current port: the text routines that work in the
- * current port (TextOut_0, TextOut_Ext, ...) draw there. Null leaves none. */
+/* Makes `port` (from vitrail_port_new or vitrail_window_port) the current
+ * port: the text routines that work in the current port (TextOut_0,
+ * TextOut_Ext, ...) draw there. Null leaves none. Dialogs change the current
+ * port while they run and leave it as their contracts say: a host sets its
+ * own again before drawing. */
 VITRAIL_API void vitrail_port_set_current(GrafPtr port);
 
 /* The current port, or null. */
 VITRAIL_API GrafPtr vitrail_port_current(void);
 
-/* The pixel at (x, y) as 0xRRGGBBAA; 0 outside the port or for null. */
+/* The pixel at (x, y) of any port (local pixels) as 0xRRGGBBAA; 0 outside
+ * the port or for null. */
 VITRAIL_API uint32_t vitrail_port_pixel(GrafPtr port, int32_t x, int32_t y);
 
 /* Kinds of traced operations and their coordinates (local, in pixels):
@@ -82,11 +98,12 @@ VITRAIL_API int32_t vitrail_port_trace_count(GrafPtr port);
  * port or op is null or the index is out of range. */
 VITRAIL_API int32_t vitrail_port_trace_get(GrafPtr port, int32_t index, vitrail_trace_op *op);
 
-/* Forgets the traced operations of the port. */
+/* Forgets the traced operations of the port; null is ignored. */
 VITRAIL_API void vitrail_port_trace_clear(GrafPtr port);
 
-/* Writes the port's raster as an RGBA PNG file: 0, or -1 when the port or
- * path is null or the file cannot be written. */
+/* Writes the port's raster as an RGBA PNG file at `path` (a Unix path, not a
+ * Mac path; an existing file is replaced): 0, or -1 when the port or path is
+ * null or the file cannot be written. */
 VITRAIL_API int32_t vitrail_port_write_png(GrafPtr port, const char *path);
 
 VITRAIL_END_DECLS

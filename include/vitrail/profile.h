@@ -10,6 +10,10 @@
  *   line length     the reader compares the first 1023 bytes of a line
  *
  * File paths are Mac paths, converted with MAC2UNIX when the file is opened.
+ * Sections, keys, values and paths are bytes taken and given as they are:
+ * a host that keeps its texts in Windows-1252 (as every other text of the
+ * library) finds them in the file in Windows-1252; the bytes of a path name
+ * the file as they are (ASCII names are the safe choice).
  */
 #ifndef VITRAIL_PROFILE_H
 #define VITRAIL_PROFILE_H

@@ -31,6 +31,9 @@
  * by command name (the first 15 characters on Linux); "-e" keeps a name or
  * pattern that starts with "-" from being read as an option.
  *
+ * Commands, paths, names, patterns and output lines are bytes handed to and
+ * taken from the shell as they are, with no character set conversion.
+ *
  * Every invoker answers -1 when the system is not Mac OS X class
  * (RunningOnCarbonX false), when "System.framework" or one of its functions
  * cannot be had, or when popen fails; otherwise the shell's wait status.
