@@ -6,20 +6,15 @@
  * bundles and strings of the toolkit are opaque: hosts hold them and give
  * them back, never look inside.
  *
- *   Type              Holds                                  Notes
- *   Boolean           0 false, any other value true          8-bit
- *   OSErr, OSStatus   0 success, a negative toolkit error    16 and 32-bit
- *   Str255            a length byte, then at most 255 bytes  Mac OS Roman; the
- *                                                            platform's own, no
- *                                                            exported function
- *                                                            takes one
- *   RGBColor          red, green, blue                       unsigned 16-bit each,
- *                                                            0xFFFF full
- *   Point             v, h                                   vertical first
- *   Rect              top, left, bottom, right               covers left <= x <
- *                                                            right, top <= y <
- *                                                            bottom
- *   EventRecord       what, message, when, where, modifiers  below
+ *   Type             Holds                                   Notes
+ *   Boolean          0 false, any other value true           8-bit
+ *   OSErr, OSStatus  0 success, a negative toolkit error     16 and 32-bit
+ *   Str255           a length byte, then up to 255 bytes     Mac OS Roman; the platform's own,
+ *                                                            no exported function takes one
+ *   RGBColor         red, green, blue                        unsigned 16-bit, 0xFFFF full
+ *   Point            v, h                                    vertical first
+ *   Rect             top, left, bottom, right                left <= x < right, top <= y < bottom
+ *   EventRecord      what, message, when, where, modifiers   below
  *
  * Coordinates are pixels, x to the right and y downwards, 16-bit: local to
  * a port or window unless a function says global (on the screen).
