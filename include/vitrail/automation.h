@@ -118,8 +118,9 @@ VITRAIL_API int32_t vitrail_dialog_item(WindowRef window, int32_t item, vitrail_
 VITRAIL_API int32_t vitrail_dialog_item_row(WindowRef window, int32_t item, int32_t row, char *buf,
                                             int32_t size);
 
-/* Writes the window as it is shown as an RGBA PNG: 0, or -1 for no such
- * window, a null path or a file that cannot be written. */
+/* Writes the window as it is shown as an RGBA PNG at `path` (a Unix path;
+ * an existing file is replaced): 0, or -1 for no such window, a null path or
+ * a file that cannot be written. */
 VITRAIL_API int32_t vitrail_window_write_png(WindowRef window, const char *path);
 
 /* ---- Acting (queued, performed in order when the dialog next waits) ------- */
