@@ -174,10 +174,10 @@ VITRAIL_API int32_t vitrail_type_text(WindowRef window, const char *text);
 VITRAIL_API int32_t vitrail_press_key(WindowRef window, int32_t key);
 
 /* The backend in force, "headless" or "sdl", chosen once at its first use:
- * VITRAIL_BACKEND=headless or sdl; unset, sdl when a display answers and
- * headless otherwise. When sdl is asked for (or DISPLAY is set) but no
- * display opens, headless takes over with one line on standard error.
- * Asking may open the display. */
+ * VITRAIL_BACKEND=headless gives headless; =sdl, or unset with DISPLAY or
+ * WAYLAND_DISPLAY named, tries sdl (another value is warned about and taken
+ * as unset). When sdl does not open, headless takes over with one line on
+ * standard error saying why. Asking may open the display. */
 VITRAIL_API const char *vitrail_backend_name(void);
 
 VITRAIL_END_DECLS
