@@ -56,6 +56,17 @@ bool IsRegularFile(const std::string &path) {
     return stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
 }
 
+// Opens `path` read only when it is a regular file, else -1. The open does
+// not wait (a FIFO without a writer answers at once) and the type is read
+// from the open file, so the path is looked up once.
+int OpenRegularForReading(const char *path) {
+    int fd = open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    struct stat st;
+    if (fd < 0 || (fstat(fd, &st) == 0 && S_ISREG(st.st_mode))) return fd;
+    close(fd);
+    return -1;
+}
+
 // Opens `path` write only, emptied. A file it creates gets mode 0777 set
 // explicitly, so the process's creation mask is neither used nor changed.
 int OpenForWriting(const char *path) {
@@ -121,7 +132,7 @@ VITRAIL_API int32_t xFile_Open(const char *macPath, int32_t bRead, int32_t bWrit
     char path[kUnixPathSize];
     if (!Converted(MAC2UNIX, macPath, path)) return -1;
     if (bRead > 0 && bWrite > 0) return open(path, O_RDWR | O_CLOEXEC);
-    if (bRead > 0) return IsRegularFile(path) ? open(path, O_RDONLY | O_CLOEXEC) : -1;
+    if (bRead > 0) return OpenRegularForReading(path);
     if (bWrite > 0) return OpenForWriting(path);
     return -1;
 }

@@ -52,7 +52,9 @@ VITRAIL_API void BSDMAC2UNIX(const char *macPath, char *unixPath);
 /* Opens the file at `macPath` (converted with MAC2UNIX). A flag counts as
  * set when above 0.
  *   both       read and write; the file must exist.
- *   read only  the path must name an existing regular file.
+ *   read only  the path must name an existing regular file (the open never
+ *              waits: anything else, a FIFO among them, is closed at once
+ *              and answers -1).
  *   write only creates the file readable and writable by everybody (mode
  *              0777, set explicitly: the process's creation mask is left
  *              as it was), or empties it when present.
