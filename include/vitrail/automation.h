@@ -61,8 +61,10 @@ VITRAIL_API GrafPtr vitrail_window_port(WindowRef window);
  * unknown window is left alone. */
 VITRAIL_API void vitrail_window_set_refcon(WindowRef window, void *refcon);
 
-/* Queues an update event for the window, as when a person uncovers it. 0,
- * or -1 for no such window. */
+/* Shows on the display what the host drew into the window's port (with
+ * the SDL backend; a host's drawing otherwise appears when a dialog next
+ * waits), and queues an update event for the window, as when a person
+ * uncovers it. 0, or -1 for no such window. */
 VITRAIL_API int32_t vitrail_window_invalidate(WindowRef window);
 
 /* ---- Reading -------------------------------------------------------------- */

@@ -51,8 +51,8 @@ VITRAIL_API const char *vitrail_resources_folder(void);
  * operations drawn into it. Null when a side is out of range. */
 VITRAIL_API GrafPtr vitrail_port_new(int32_t width, int32_t height);
 
-/* Frees a port from vitrail_port_new (never a window's port: the window owns
- * it); null is ignored. The port is current no more. */
+/* Frees a port from vitrail_port_new; null and a window's port (which its
+ * window owns and frees) are ignored. The port is current no more. */
 VITRAIL_API void vitrail_port_dispose(GrafPtr port);
 
 /* Makes `port` (from vitrail_port_new or vitrail_window_port) the current

@@ -166,6 +166,8 @@ VITRAIL_API void vitrail_window_set_refcon(WindowRef window, void *refcon) {
 
 VITRAIL_API int32_t vitrail_window_invalidate(WindowRef window) {
     if (!IsWindow(window)) return -1;
+    window->dirty = true;
+    FlushWindows();
     PostEvent(WindowEvent(updateEvt, window));
     return 0;
 }

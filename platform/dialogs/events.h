@@ -3,7 +3,7 @@
 //
 //   what          message                          where
 //   mouseDown/Up  the window clicked (WindowRef)   global point
-//   keyDown       character code | key code << 8   -
+//   keyDown       the character code (Mac OS Roman) in the low byte   -
 //   updateEvt     the window to redraw             -
 //   activateEvt   the window; modifiers activeFlag set when it comes to the front
 //   osEvt         kind << 56: kMouseMoved; kWheel with the rows (signed) in

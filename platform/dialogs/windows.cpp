@@ -62,6 +62,7 @@ WindowRef NewCWindow(const Rect *bounds, ConstStr255Param title, Boolean visible
     int32_t width = Side(r.right - r.left), height = Side(r.bottom - r.top);
     auto w = std::unique_ptr<OpaqueWindowPtr>(new (std::nothrow) OpaqueWindowPtr);
     if (!w || !(w->port = NewPort(width, height))) return nullptr;
+    w->port->ownedByWindow = true;
     try {
         w->title = Title(title);
         auto at = windows.begin();
@@ -154,6 +155,7 @@ void SizeWindow(WindowRef window, int16_t width, int16_t height, Boolean) {
     if (w == window->port->width && h == window->port->height) return;
     GrafPtr port = NewPort(w, h);
     if (!port) return;
+    port->ownedByWindow = true;
     // The new raster takes the old one's drawing state.
     port->txFont = window->port->txFont, port->txSize = window->port->txSize;
     port->txFace = window->port->txFace, port->txMode = window->port->txMode;

@@ -29,7 +29,7 @@ VITRAIL_API GrafPtr vitrail_port_new(int32_t width, int32_t height) {
 }
 
 VITRAIL_API void vitrail_port_dispose(GrafPtr port) {
-    platform::DisposePort(port);
+    if (port && !port->ownedByWindow) platform::DisposePort(port);
 }
 
 VITRAIL_API void vitrail_port_set_current(GrafPtr port) {

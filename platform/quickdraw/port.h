@@ -51,6 +51,7 @@ struct OpaqueGrafPtr {
     int16_t txSize = 0;
     int16_t txMode = 1;
     std::deque<platform::TraceOp> trace;
+    bool ownedByWindow = false; // a window's port: freed with its window only
 };
 
 namespace platform {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <vitrail/automation.h>
+#include <vitrail/platform.h>
 
 #include "platform/dialogs/dialogs.h"
 #include "platform/toolbox/bundles.h"
@@ -322,6 +323,8 @@ TEST(Dialogs, BadWindowsItemsAndKeys) {
         EXPECT_EQ(vitrail_window_port(w), nullptr);
     }
     EXPECT_EQ(vitrail_dialog_item_count(host), 0);
+    vitrail_port_dispose(vitrail_window_port(host)); // the window's own: ignored
+    EXPECT_EQ(vitrail_port_pixel(vitrail_window_port(host), 0, 0), 0xFFFFFFFFu);
     EXPECT_EQ(vitrail_dialog_item(host, 1, &info), -1);
     EXPECT_EQ(vitrail_window_title(host, buf, 3), 4);
     EXPECT_STREQ(buf, "H\xF4");
