@@ -77,6 +77,22 @@ int OpenForWriting(const char *path) {
     return fd;
 }
 
+// Opens a file below its volume folder for reading, or -1. That path can
+// only open when the volume folder is a folder, which is when MAC2UNIX
+// keeps the volume name, so it saves MAC2UNIX's probe of the folder; only
+// when this open fails must the probe decide.
+int OpenBelowVolume(const char *macPath) {
+    std::string_view mac = macPath ? macPath : "";
+    size_t colon = mac.find(':');
+    if (colon == std::string_view::npos || colon + 1 >= mac.size()) return -1;
+    try {
+        std::string path = UnixForm(mac, true);
+        return path.size() < kUnixPathSize - 1 ? OpenRegularForReading(path.c_str()) : -1;
+    } catch (...) {
+        return -1;
+    }
+}
+
 // Writes `text` into a 256-byte buffer, cut to 255 characters.
 void WriteUnixPath(const std::string &text, char *unixPath) {
     if (!unixPath) return;
@@ -129,6 +145,8 @@ VITRAIL_API void BSDMAC2UNIX(const char *macPath, char *unixPath) {
 }
 
 VITRAIL_API int32_t xFile_Open(const char *macPath, int32_t bRead, int32_t bWrite) {
+    if (bRead > 0 && bWrite <= 0)
+        if (int fd = OpenBelowVolume(macPath); fd >= 0) return fd;
     char path[kUnixPathSize];
     if (!Converted(MAC2UNIX, macPath, path)) return -1;
     if (bRead > 0 && bWrite > 0) return open(path, O_RDWR | O_CLOEXEC);
