@@ -229,7 +229,7 @@ TEST_F(Files, FolderListingsAndSorts) {
 
     const char *in[] = {"c.txt", "missing", "B.INI", "a.ini", "e"};
     for (int i = 0; i < 5; ++i) std::snprintf(table[i], 256, "Vol:dir:%s", in[i]);
-    EXPECT_GT(Dir_SortSizeFiles(table, 5), 0);
+    EXPECT_EQ(Dir_SortSizeFiles(table, 5), 6); // exchanges
     EXPECT_EQ(std::string(table[0]) + table[1] + table[2] + table[3] + table[4],
               "Vol:dir:a.iniVol:dir:B.INIVol:dir:c.txtVol:dir:eVol:dir:missing");
 
