@@ -5,6 +5,7 @@
 // templates, the prescriber selection and a prescription form filled,
 // refused, corrected and accepted, with a picture of each step in
 // <build>/screens.
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -47,10 +48,7 @@ struct Dialog : ::testing::Test {
     static Step Row(int n, int row, int clicks = 1) {
         return [=](WindowRef w) { vitrail_choose_row(w, n, row, clicks); };
     }
-    // Clicks edit box n (the caret goes to its end) and types text.
-    static Step Type(int n, std::string text) {
-        return [=](WindowRef w) { vitrail_click_item(w, n), vitrail_type_text(w, text.c_str()); };
-    }
+
     // Reads every item, then acts (a step that acts on nothing lets the
     // dialog answer for itself).
     static Step Snap(Items *items, Step then = Key(vitrail_key_escape)) {
@@ -61,7 +59,8 @@ struct Dialog : ::testing::Test {
             then(w);
         };
     }
-    // Clicks box n and replaces its text (appends it after a "+"; "" empties the box).
+    // Clicks box n and replaces its text; after a "+", types at its end
+    // (where the click puts the caret). "" empties the box.
     static Step Edit(int n, std::string text) {
         return [=](WindowRef w) {
             vitrail_click_item(w, n);
@@ -176,7 +175,7 @@ TEST_F(Dialog, OkFollowsValidityAndCancelAsksNoHook) {
         auto then = [&](Step s) {
             return [&, s](WindowRef w) { ok.push_back(Item(w, 1).hilite), s(w); };
         };
-        EXPECT_EQ(Show({then(Type(3, "a")), then(Key(vitrail_key_backspace)), then(Type(3, "b")),
+        EXPECT_EQ(Show({then(Edit(3, "+a")), then(Key(vitrail_key_backspace)), then(Edit(3, "+b")),
                         Key(vitrail_key_escape)}),
                   0);
         EXPECT_EQ(ok, (std::vector<int>{initialised ? 255 : 0, 0, 255}));
@@ -210,7 +209,7 @@ TEST_F(Dialog, TheGlobalHookIsToldFieldIdsAndRefreshesFields) {
     DlgBoxGlobal_set(Refresh);
     hook_ids.clear();
     Items items;
-    Show({Type(5, "7"), Type(7, "9"), Click(8), Snap(&items)});
+    Show({Edit(5, "+7"), Edit(7, "+9"), Click(8), Snap(&items)});
     EXPECT_EQ(hook_ids,
               (std::vector<int32_t>{13, 13, 15, 15, 30})); // each click and key, the button
     ASSERT_EQ(items.size(), 8u);
@@ -220,35 +219,36 @@ TEST_F(Dialog, TheGlobalHookIsToldFieldIdsAndRefreshesFields) {
     EXPECT_EQ(IDB_iInts[1] * 100 + IDB_iInts[3], 9); // the 7 went to text 3, never to integer 1
 }
 
-// Each turn checks the box and the stored value left by the turn before,
-// then acts; a "*" typed past the stored characters stays a "*".
+// A password box shows a "*" per character; a "*" typed over takes back
+// the stored character under it (past them it stays a "*"), and a text
+// still the mask last shown (after a click) stands for the stored value.
 TEST_F(Dialog, PasswordsTakeTheStoredCharacterUnderEachStar) {
-    struct Turn {
-        Step act;
-        const char *value, *shown; // after the act
-    };
-    const std::vector<Turn> sequences[] = {
-        {{Type(3, "x"), "abc1x", "*****"}, {Type(3, "*"), "abc1x*", "******"}},
-        {{Type(3, "5"), "12345", "*****"},
-         {Key(vitrail_key_backspace), "1234", "****"},
-         {Click(3), "1234", "****"}}};
-    for (bool text : {true, false}) {
+    const struct {
+        bool text;
+        const char *initial;
+        std::vector<Step> acts;
+        const char *value, *shown;
+    } rows[] = {{true, "abc1", {Key(vitrail_key_left)}, "abc1", "****"},
+                {true, "abc1", {Edit(3, "+x"), Edit(3, "+*")}, "abc1x*", "******"},
+                {false, "1234", {Edit(3, "+5")}, "12345", "*****"},
+                {false, "12345", {Click(3), Key(vitrail_key_backspace)}, "1234", "****"},
+                {false, "1234", {Click(3)}, "1234", "****"}};
+    for (const auto &r : rows) {
         SetUp();
         TexteDlgBox_param(1, 10), IntDlgBox_param(1, 20);
-        (text ? TexteDlgBox_set_geo : IntDlgBox_set_geo)(0, 5, 5, 50, 12, 0);
-        text ? (TexteDlgBox_set(0, "abc1"), TexteDlgBox_password(0, 1))
-             : (IntDlgBox_set(0, 1234, 0), IntDlgBox_password(0, 1));
-        std::vector<Turn> turns = sequences[!text];
-        turns.push_back({Key(vitrail_key_escape), text ? "abc1" : "1234", "****"});
-        std::vector<Step> steps;
-        for (size_t k = 0; k < turns.size(); ++k)
-            steps.push_back([&, k](WindowRef w) {
-                const Turn &before = turns[(k + turns.size() - 1) % turns.size()];
-                EXPECT_STREQ(Item(w, 3).text, before.shown);
-                EXPECT_EQ(text ? TDB_pszBuffer[0] : std::to_string(IDB_iInts[0]), before.value);
-                turns[k].act(w);
-            });
-        Show(steps);
+        (r.text ? TexteDlgBox_set_geo : IntDlgBox_set_geo)(0, 5, 5, 50, 12, 0);
+        r.text ? (TexteDlgBox_set(0, r.initial), TexteDlgBox_password(0, 1))
+               : (IntDlgBox_set(0, std::atoi(r.initial), 0), IntDlgBox_password(0, 1));
+        std::string shown, value;
+        Show({[&](WindowRef w) {
+                  for (const Step &act : r.acts) act(w);
+              },
+              [&](WindowRef w) {
+                  shown = Item(w, 3).text,
+                  value = r.text ? TDB_pszBuffer[0] : std::to_string(IDB_iInts[0]);
+                  vitrail_press_key(w, vitrail_key_escape);
+              }});
+        EXPECT_EQ(value + "|" + shown, r.value + std::string("|") + r.shown) << r.initial;
     }
 }
 
@@ -335,7 +335,7 @@ TEST_F(Dialog, TemplatesLayOutDialogsByFieldIds) {
         std::fill(Dlg_itemOffset, Dlg_itemOffset + 128, 77);
         std::string title, day;
         ScriptedAgent agent(
-            {[&](WindowRef w) { title = Title(w), day = Item(w, 40).text, Type(30, "3")(w); },
+            {[&](WindowRef w) { title = Title(w), day = Item(w, 40).text, Edit(30, "+3")(w); },
              Click(20), Click(1)});
         EXPECT_TRUE(QarDlgBox(name) == shown && (agent.done() > 0) == shown && TDB == !shown)
             << name;
