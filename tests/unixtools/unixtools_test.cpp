@@ -211,16 +211,17 @@ TEST_F(Unix, SystemVersionBundlesAndTheClassicSystem) {
     }
     // Failures answer -4960 and a null bundle: the local domain holds nothing.
     CFStringRef system = vitrail_cf_string("System.framework");
-    CFBundleRef bundle = reinterpret_cast<CFBundleRef>(&system);
+    CFBundleRef none = reinterpret_cast<CFBundleRef>(&system), bundle = none;
     EXPECT_TRUE(LoadFrameworkBundle(system, &bundle) == -4960 && !bundle &&
+                LoadFrameworkBundleSystem(nullptr, &(bundle = none)) == -4960 && !bundle &&
                 LoadFrameworkBundleSystem(system, nullptr) == -4960);
     vitrail_cf_release(system);
 
     const char *file = Touch("f"), *dir = Dir("d");
     const std::string ran = "touch '" + std::string(P("ran")) + "'";
-    platform::SetSystemVersionForTesting(0x0922);
+    platform::SetSystemVersionForTesting(0x0922), BSDcr = 5; // the scan globals must stay
     char buffer[8] = "keep", table[1][256] = {"keep"};
-    BSDcr = 5;
+
     EXPECT_TRUE(BSDInvokeTool(ran.c_str(), buffer, 8) == -1 &&
                 BSDInvokeToolWr(ran.c_str(), "x") == -1 &&
                 BSDInvokeToolPr(ran.c_str(), Take) == -1 && !std::strcmp(buffer, "keep"));
