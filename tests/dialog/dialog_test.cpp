@@ -327,7 +327,7 @@ TEST_F(Dialog, SelectPresReturnsTheChosenPrescriber) {
     TempVolumes volumes;
     volumes.volume("Vol");
     // clang-format off
-        struct { const char *names, *shown; std::vector<Step> steps; const char *pick; } rows[] = {
+    struct { const char *names, *shown; std::vector<Step> steps; const char *pick; } rows[] = {
         {"Dr A+Dr B+Dr C", "Dr A|Dr B|Dr C|", {Row(3, 1, 2)}, "Dr B"},
         {"Dr A+Dr B+Dr C", "Dr A|Dr B|Dr C|", {Row(3, 0), Key(vitrail_key_escape)}, ""},
         {"Martin, Paul+Durand", "Martin, Paul|Durand|", {Row(3, 0, 2)}, "Martin, Paul"}};

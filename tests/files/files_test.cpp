@@ -46,20 +46,22 @@ void RunScript(bool file, int32_t h, std::initializer_list<const char *> rows) {
     }
 }
 
-// clang-format off
 TEST_F(Files, ReadsSeeksAndWritesStayInBounds) {
     const int32_t m = MFil_Open("", 1, 1);
+    // clang-format off
     RunScript(false, m, {"w6 6 6 6", "s2 0 6 2", "w2 2 6 4", "r9 2 6 6 66", "b9 6 6 6 662266",
                          "s7 -1 6 6", "s-1 -1 6 6", "w-1 0 6 6", "r-1 0 6 6", "b-1 0 6 6",
                          "s3 0 6 3", "b4 3 6 3 662"});
+    // clang-format on
     auto *block = static_cast<char *>(DATA_MFIL_TAB[m].hMem);
     EXPECT_TRUE(MFil_LockPtr(m, 5) == block + 5 && !MFil_LockPtr(m, 6) && !MFil_LockPtr(m, -1));
+    // clang-format off
     RunScript(true, File_Open("Vol:a", 1, 1),
               {"r3 3 10 3 012", "b5 3 10 3 012", "r99 7 10 10 3456789", "s4 0 10 4", "w2 2 10 6",
                "b3 3 10 6 322", "s11 -1 10 6", "e2 0 2 2", "w3 3 5 5", "e-1 -1 5 5", "r-1 0 5 5",
                "w-1 0 5 5", "b-1 0 5 5"});
+    // clang-format on
 }
-// clang-format on
 
 // Both tables hand out the slot above the mark while there is one, then the
 // first free slot; closing the top slot lowers the mark by one. "o<slot>"

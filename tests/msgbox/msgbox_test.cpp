@@ -29,20 +29,19 @@ struct Seen {
     bool onBaselines = true;  // 14 pixels apart from 26
 };
 
-void Look(WindowRef w, Seen *seen) {
-    seen->title = Title(w);
-    vitrail_window_bounds(w, &seen->bounds);
+void Look(WindowRef w, Seen *s) {
+    s->title = Title(w);
+    vitrail_window_bounds(w, &s->bounds);
     for (int32_t i = 1; i <= vitrail_dialog_item_count(w); ++i) {
         const vitrail_item_info b = Item(w, i);
-        seen->buttons.insert(seen->buttons.end(),
-                             {b.rect.top, b.rect.left, b.rect.bottom, b.rect.right});
-        if (b.is_default) seen->defaultItem = i;
+        s->buttons.insert(s->buttons.end(), {b.rect.top, b.rect.left, b.rect.bottom, b.rect.right});
+        if (b.is_default) s->defaultItem = i;
     }
     vitrail_trace_op op;
     for (int32_t i = 0; vitrail_port_trace_get(vitrail_window_port(w), i, &op) == 0; ++i)
         if (op.kind == vitrail_op_text && op.x1 == 80)
-            seen->lines += op.text + std::string("|"), seen->onBaselines &= op.y1 % 14 == 12;
-    seen->iconPixel = vitrail_port_pixel(vitrail_window_port(w), 26, 42);
+            s->lines += op.text + std::string("|"), s->onBaselines &= op.y1 % 14 == 12;
+    s->iconPixel = vitrail_port_pixel(vitrail_window_port(w), 26, 42);
 }
 
 const ScriptedAgent::Step kReturn = [](WindowRef w) { vitrail_press_key(w, vitrail_key_return); };
@@ -63,15 +62,9 @@ const auto X = [](size_t n, char c = 'x') { return std::string(n, c); };
 // buttons sit at the bottom right. Texts too long give the fallback box.
 // A title of null is the caption; a height of 0 is not checked.
 TEST(MessageBox, LinesGeometryAndFallback) {
-    const struct {
-        uint32_t flags;
-        std::string caption, text;
-        const char *title;
-        std::string lines;
-        int32_t width, height;
-        std::vector<int> buttons;
-    } rows[] = {
-        // clang-format off
+    // clang-format off
+    const struct { uint32_t flags; std::string caption, text; const char *title; std::string lines;
+                   int32_t width, height; std::vector<int> buttons = {}; } rows[] = {
         {0, "c", X(60), nullptr, X(60) + "|", 540, 90, {58, 440, 78, 520}},
         {0, "c", X(51) + " abc", nullptr, X(51) + "|abc|", 540, 90},
         {0, X(50), X(50) + " abc", nullptr, X(50) + " abc|", 540, 90},
@@ -81,15 +74,16 @@ TEST(MessageBox, LinesGeometryAndFallback) {
         {0, "c", "un\ndeux\ntrois", nullptr, "un|deux|trois|", 400, 104, {72, 300, 92, 380}},
         {0, "c", X(51) + " " + X(50) + " z", nullptr, X(51) + "|" + X(50) + "|z|", 540, 104},
         {0, "", "", "Dialogue utilisateur", "", 400, 90},
-        {MSGBOX_QUESTION, X(50), X(50), nullptr, X(50) + "|", 400, 90, {58, 200, 78, 280, 58, 300, 78, 380}},
+        {MSGBOX_QUESTION, X(50), X(50), nullptr, X(50) + "|", 400, 90,
+         {58, 200, 78, 280, 58, 300, 78, 380}},
         {MSGBOX_QUESTION, X(51), "t", nullptr, "t|", 540, 90, {58, 340, 78, 420, 58, 440, 78, 520}},
-        {MSGBOX_QUESTION, "c", "a\rb\rc", nullptr, "a|b|c|", 400, 110, {78, 200, 98, 280, 78, 300, 98, 380}},
+        {MSGBOX_QUESTION, "c", "a\rb\rc", nullptr, "a|b|c|", 400, 110,
+         {78, 200, 98, 280, 78, 300, 98, 380}},
         {0, "c", X(4096, 't'), "Erreur interne", "MessageBox impossible|", 400, 90},
         {0, X(256), "t", "Erreur interne", "MessageBox impossible|", 400, 90},
         {0, X(255), X(4095, 't'), nullptr, "", 540, 0},
-        {0, "Ordonnance r\xE9nale", "t", nullptr, "t|", 400, 90},
-        // clang-format on
-    };
+        {0, "Ordonnance r\xE9nale", "t", nullptr, "t|", 400, 90}};
+    // clang-format on
     for (const auto &r : rows) {
         Seen seen;
         Show(r.text, r.caption, r.flags, &seen);
@@ -107,12 +101,9 @@ TEST(MessageBox, LinesGeometryAndFallback) {
 TEST(MessageBox, IconsDefaultsResultsAndPictures) {
     constexpr uint32_t kNone = 0xECECECFF, kCaution = 0xFACC15FF, kStop = 0xE5483FFF,
                        kNote = 0x3B82F6FF;
-    const struct {
-        uint32_t flags, pixel;
-        int32_t result;
-        const char *file, *caption, *text;
-    } rows[] = {
-        // clang-format off
+    // clang-format off
+    const struct { uint32_t flags, pixel; int32_t result;
+                   const char *file = nullptr, *caption = nullptr, *text = nullptr; } rows[] = {
         {0x00, kNone, MSGBOX_OK}, {0x05, kStop, MSGBOX_OK}, {0x06, kCaution, MSGBOX_OK},
         {0x08, kNone, MSGBOX_OK}, {0x12, kCaution, MSGBOX_OUI}, {0x11, kNone, MSGBOX_OUI},
         {0x14, kNone, MSGBOX_OUI}, {0x70, kNone, MSGBOX_OUI},
@@ -122,12 +113,12 @@ TEST(MessageBox, IconsDefaultsResultsAndPictures) {
          "Impossible d'ouvrir le fichier des prescripteurs.\nV\xE9rifiez le chemin."},
         {0x02, kCaution, MSGBOX_OK, "msgbox_note_caution.png", "Attention",
          "La date de fin pr\xE9" "c\xE8" "de la date de d\xE9" "but."},
-        {0x10, kNone, MSGBOX_OUI, "msgbox_question_plain.png", "Question", "Imprimer l'ordonnance ?"},
+        {0x10, kNone, MSGBOX_OUI, "msgbox_question_plain.png", "Question",
+         "Imprimer l'ordonnance ?"},
         {0x58, kCaution, MSGBOX_NON, "msgbox_question_caution.png", "Confirmation",
          "Le patient est allergique \xE0 la p\xE9nicilline : voulez-vous vraiment prescrire cette "
-         "mol\xE9" "cule malgr\xE9 tout ?"},
-        // clang-format on
-    };
+         "mol\xE9" "cule malgr\xE9 tout ?"}};
+    // clang-format on
     std::filesystem::create_directories(VITRAIL_SCREENS_DIR);
     for (const auto &r : rows) {
         Seen seen;

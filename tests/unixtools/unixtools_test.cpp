@@ -78,7 +78,7 @@ TEST_F(Unix, Invokers) {
     EXPECT_TRUE(WIFEXITED(BSDInvokeToolWr("exit 0", std::string(1 << 20, 'z').c_str())));
 
     // clang-format off
-        const std::pair<std::string, Names> rows[] = {
+    const std::pair<std::string, Names> rows[] = {
         {"printf 'a\\n\\nb'", {"a", "", "b"}}, {"printf ''", {}}, {"printf '\\n'", {""}},
         {"printf '%08200d\\nnext' 0", {std::string(8192, '0'), "next"}}};
     // clang-format on
@@ -169,7 +169,7 @@ TEST_F(Unix, FolderScans) {
     const char *dir = P("dir");
     Dir("dir/c.ini"), fs::create_directory_symlink(dir, P("link"));
     // clang-format off
-        const std::pair<const char *, Names> rows[] = {{".INI", {"a.ini", "keep.ini"}},
+    const std::pair<const char *, Names> rows[] = {{".INI", {"a.ini", "keep.ini"}},
         {"", {"a.ini", "b.txt", "keep.ini", "script"}}, {"zz", {}}};
     // clang-format on
     for (const auto &[pattern, names] : rows) {
