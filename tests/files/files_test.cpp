@@ -125,8 +125,8 @@ TEST_F(Files, FileModesAndPathTests) {
             << r;
         DATA_FILE_ID = -1;
     }
-    EXPECT_TRUE(File_Open(nullptr, 1, 0) == -2 &&
-                File_Open(std::string(144, 'x').c_str(), 1, 0) == -2);
+    EXPECT_TRUE(File_Open(nullptr, 1, 0) == -2 && // too long for the slot's name: no slot taken
+                File_Open(std::string(144, 'x').c_str(), 1, 0) == -2 && DATA_FILE_ID == -1);
     const int32_t h = File_Open("Vol:new", 0, 1); // created
     EXPECT_TRUE(File_Write(h, "hi", 2) == 2 && File_Close(h) == 0 && vols.read("Vol/new") == "hi");
 
