@@ -94,11 +94,11 @@ TEST(ProfileModel, RandomProfiles) {
                 << "round " << round << " " << section << "|" << key;
         }
         const std::string section = pick(sections), key = pick(keys);
-        const char *k = rng() % 4 ? key.c_str() : nullptr, *value = pick(values);
+        const unsigned mode = rng() % 8; // 0: the section writer; 1: the string writer, no key
+        const char *k = mode > 1 ? key.c_str() : nullptr, *value = pick(values);
         vols.write(path, text);
-        const int32_t r = k ? WritePrivateProfileString(section.c_str(), k, value, "Vol:a.ini")
-                            : WritePrivateProfileSection(section.c_str(), value, "Vol:a.ini");
-        const auto want = profile_model::Write(text, section, k, value);
+        const int32_t r = Write(section.c_str(), mode ? k : kSection, value, "Vol:a.ini");
+        const auto want = profile_model::Write(text, section, k, mode == 1 ? nullptr : value);
         ASSERT_EQ(std::to_string(r) + vols.read(path), want ? "1" + *want : "0" + text)
             << "round " << round;
         char buf[64];
