@@ -6,8 +6,10 @@
 
 #include <csignal>
 #include <filesystem>
+#include <optional>
 #include <random>
 #include <string>
+#include <string_view>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -18,8 +20,119 @@
 #include <vitrail/profile.h>
 
 #include "profile/lookup.h"
-#include "profile/model.h"
 #include "support/temp_volumes.h"
+
+// Plain models of the profile rules, byte by byte, for differential checks:
+// what the reader finds and what the writers make of a whole file.
+namespace profile_model {
+
+constexpr size_t kKept = 1023;
+
+inline std::string_view Kept(std::string_view s, size_t from, size_t to) {
+    to = to < kKept ? to : kKept;
+    return from < to ? s.substr(from, to - from) : std::string_view();
+}
+
+// The value of `key` in `section`, cut to size - 1 bytes; nullopt for the
+// default.
+inline std::optional<std::string> Read(std::string_view data, std::string_view section,
+                                       std::string_view key, size_t size) {
+    enum { kOut, kIn, kFound } st = kOut;
+    std::string line, value;
+    for (size_t k = 0; k <= data.size(); ++k) {
+        char c = k < data.size() ? data[k] : '\r';
+        if (c == '\n') continue;
+        if (c == '\r' && st == kFound)
+            return k < data.size() || !value.empty() ? std::optional(value) : std::nullopt;
+        if (c == '\r') {
+            line.clear();
+        } else if (st == kFound) {
+            if (value.size() < size - 1) value += c;
+        } else if (st == kIn && c == '=' && Kept(line, 0, line.size()) == key) {
+            st = kFound;
+        } else {
+            if (st == kOut && c == ']' && line[0] == '[' && Kept(line, 1, line.size()) == section)
+                st = kIn;
+            else if (st == kIn && c == '[')
+                st = kOut;
+            line += c;
+        }
+    }
+    return std::nullopt;
+}
+
+// The file the string writer (key non-null) or the section writer makes
+// from `data`; nullopt when the change is refused.
+inline std::optional<std::string> Write(std::string_view data, std::string_view section,
+                                        const char *key, const char *value) {
+    std::string_view v = value ? value : "", name = key ? key : "";
+    bool lf = false; // a line feed that does not follow a carriage return
+    for (size_t i = 0; i < v.size(); ++i) lf = lf || (v[i] == '\n' && (i == 0 || v[i - 1] != '\r'));
+    if (value && (section.size() >= kKept || section.find_first_of("\r\n") != v.npos ||
+                  (key ? name.size() > kKept || name.find_first_of("\r\n[") != v.npos ||
+                             v.find_first_of("\r\n") != v.npos
+                       : lf)))
+        return std::nullopt;
+    enum { kNotStarted, kOut, kIn, kHeader, kDone } st = data.empty() ? kNotStarted : kOut;
+    std::string out, line;
+    int pending = 0;
+    bool changed = false;
+    auto blanks = [&] {
+        for (; pending > 0; --pending) out += "\r\n";
+    };
+    auto keyLine = std::string(key ? key : "") + "=" + (value ? value : "") + "\r\n";
+    for (size_t k = 0; k <= data.size(); ++k) {
+        char c = k < data.size() ? data[k] : '\r';
+        if (c == '\n') continue;
+        if (c != '\r') {
+            line += c;
+            continue;
+        }
+        if (line.empty()) {
+            pending += k < data.size();
+            continue;
+        }
+        size_t found = std::string::npos;
+        bool header = false;
+        for (size_t i = 0; i < line.size() && st != kDone && found == std::string::npos; ++i) {
+            char b = line[i];
+            if (st == kOut && b == ']' && line[0] == '[' && Kept(line, 1, i) == section) {
+                st = key ? kIn : kHeader, header = true;
+            } else if (key && st == kIn && b == '=' && Kept(line, 0, i) == key) {
+                found = i;
+            } else if ((st == kIn || st == kHeader) && b == '[') {
+                if (value && header) return std::nullopt;
+                if (key && value) out += keyLine;
+                st = (!key || value) ? kDone : kOut, changed = true;
+            }
+        }
+        if (!key && st == kIn) { // a line of the replaced section
+            line.clear();
+            continue;
+        }
+        blanks();
+        if (found != std::string::npos) {
+            if (value) out += line.substr(0, found + 1) + value + "\r\n";
+            st = value ? kDone : kIn, changed = true;
+        } else if (st == kHeader) {
+            out += line + "\r\n" + (value ? std::string(value) + "\r\n" : "");
+            st = kIn;
+        } else {
+            out += line + "\r\n";
+        }
+        line.clear();
+    }
+    if (changed || st == kDone || (!key && st == kIn)) return out;
+    if (value) {
+        if (st == kOut) out += "\r\n";
+        if (st != kIn) out += "[" + std::string(section) + "]\r\n";
+        out += key ? keyLine : std::string(value) + "\r\n";
+    }
+    blanks();
+    return out;
+}
+
+} // namespace profile_model
 
 namespace {
 
@@ -35,16 +148,16 @@ int32_t Write(const char *section, const char *key, const char *value, const cha
                            : WritePrivateProfileString(section, key, value, file);
 }
 
-// Runs `f` in a child process bounded by an alarm, as user nobody when the
-// tests run as root and `asNobody` (so that permissions apply): its exit
-// code, or -1.
-template <typename F>
-int InChild(F f, bool asNobody = false) {
+// Sets x=2 in section A of `file` from a child process bounded by an alarm,
+// its files limited to `limit` bytes, as user nobody when the tests run as
+// root and `asNobody` (so that permissions apply): the answer, or -1.
+int WriteInChild(const char *file, bool asNobody, rlim_t limit) {
     const pid_t pid = fork();
     if (pid == 0) {
-        alarm(10);
+        const rlimit lim{limit, limit};
+        alarm(10), signal(SIGXFSZ, SIG_IGN), setrlimit(RLIMIT_FSIZE, &lim);
         if (asNobody && geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0)) _exit(99);
-        _exit(f());
+        _exit(Write("A", "x", "2", file));
     }
     int status = 0;
     waitpid(pid, &status, 0);
@@ -115,7 +228,9 @@ TEST(ProfileModel, RandomProfiles) {
 // the default, the writers the answer documented, every file as it was.
 TEST(ProfileFiles, DefaultsAndFilesLeftAlone) {
     vitrail_test::TempVolumes vols;
-    const std::string text = "[A]\r\nx=1\r\n", vol = (vols.root() / "Vol").string();
+    const std::string text = "[A]\r\nx=1\r\na= 42\r\nb=-3\r\nc=abc\r\nd=\r\ne=2147483648\r\n"
+                             "f=123456789012345\r\ng=7 \r\n",
+                      vol = (vols.root() / "Vol").string();
     for (const char *f : {"Vol/a.ini", "Vol/ro/a.ini", "Vol/wo.ini"}) vols.write(f, text);
     fs::permissions(vols.root(), fs::perms::all);
     fs::permissions(vol, fs::perms::all);
@@ -136,20 +251,13 @@ TEST(ProfileFiles, DefaultsAndFilesLeftAlone) {
             << r.file;
         EXPECT_STREQ(buf, r.after) << r.file;
     }
-    auto write = [](const char *file) { return [=] { return int(Write("A", "x", "2", file)); }; };
-    EXPECT_EQ(InChild(write("Vol:fifo")), 0); // refused at once
-    EXPECT_EQ(InChild(write("Vol:ro:a.ini"), true), 0);
-    EXPECT_EQ(InChild(write("Vol:wo.ini"), true), 1); // cannot be read: left as it is
+    EXPECT_EQ(WriteInChild("Vol:fifo", false, RLIM_INFINITY), 0); // refused at once
+    EXPECT_EQ(WriteInChild("Vol:ro:a.ini", true, RLIM_INFINITY), 0);
+    EXPECT_EQ(WriteInChild("Vol:wo.ini", true, RLIM_INFINITY), 1); // cannot be read: left as it is
+    EXPECT_EQ(WriteInChild("Vol:a.ini", false, 4), 0);             // a full disk
     EXPECT_EQ(Write(nullptr, "x", "2", "Vol:a.ini") + Write(nullptr, kSection, "x", "Vol:a.ini") +
                   Write("A", "x", "2", "Vol:nofolder:a.ini") + Write("A", "x", "2", "Vol") +
                   Write("A", "x", "2", nullptr),
-              0);
-    EXPECT_EQ(InChild([] { // a full disk
-                  signal(SIGXFSZ, SIG_IGN);
-                  rlimit lim{4, 4};
-                  setrlimit(RLIMIT_FSIZE, &lim);
-                  return int(Write("A", "x", "2", "Vol:a.ini"));
-              }),
               0);
     for (int i = 0; i < 4; ++i) MFil_Open("", 1, 1);
     EXPECT_EQ(Write("A", "x", "2", "Vol:a.ini"), 0); // the output is had, the input is not
@@ -162,16 +270,12 @@ TEST(ProfileFiles, DefaultsAndFilesLeftAlone) {
     for (const char *f : {"Vol/a.ini", "Vol/ro/a.ini", "Vol/wo.ini"})
         EXPECT_EQ(vols.read(f), text) << f;
     EXPECT_EQ(std::distance(fs::directory_iterator(vol), {}), 4); // no temporary file left
-    vols.write(
-        "Int/i.ini",
-        "[A]\r\na= 42\r\nb=-3\r\nc=abc\r\nd=\r\ne=2147483648\r\nf=123456789012345\r\ng=7 \r\n");
-    const struct {
-        const char *key;
-        int32_t def, result;
-    } ints[] = {{"a", 5, 42}, {"b", 5, 0}, {"c", 5, 0}, {"d", 5, 0},  {"e", 5, 0},
-                {"f", 5, 0},  {"g", 5, 7}, {"z", 5, 5}, {"z", -5, 0}, {"z", 0, 0}};
+    // clang-format off
+    const struct { const char *key; int32_t def, result; } ints[] = {{"a", 5, 42}, {"b", 5, 0}, {"c", 5, 0},
+        {"d", 5, 0}, {"e", 5, 0}, {"f", 5, 0}, {"g", 5, 7}, {"z", 5, 5}, {"z", -5, 0}, {"z", 0, 0}};
+    // clang-format on
     for (const auto &r : ints)
-        EXPECT_EQ(GetPrivateProfileInt("A", r.key, r.def, "Int:i.ini"), r.result) << r.key;
+        EXPECT_EQ(GetPrivateProfileInt("A", r.key, r.def, "Vol:a.ini"), r.result) << r.key;
 }
 
 // Files the library creates get their world-writable modes whatever the
