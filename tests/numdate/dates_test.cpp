@@ -113,7 +113,8 @@ TEST(Dates, StoredAndDisplayForms) {
         {[](char *d) { Qar_Inv_Date_Time("20240229173005", d); }, "29/02/2024 17:30:05"},
         {[](char *d) { Qar_Build_Date_long("01/02/49", "17:30", d); }, "204902011730"},
         {[](char *d) { Qar_Build_Date_slong("01/02/50", "17:30:05", d); }, "19500201173005"},
-        {[](char *d) { a_org = 1850; Qar_Build_Date_short("01/02/99", d); a_org = 1950; }, "20990201"},
+        {[](char *d) { a_org = 1850, Qar_Build_Date_short("01/02/99", d), a_org = 1950; },
+         "20990201"}, // below 1900: the unsigned pivot is huge, every year is 20yy
         {[](char *d) { Qar_Build_Date("29/02", d); }, "00000229"},
         {[](char *d) { Qar_Inv_Date("", d); }, "00/00/0000"},
         {[](char *d) { Qar_Inv_Date(nullptr, d); }, "00/00/0000"},
@@ -135,7 +136,8 @@ TEST(Dates, StoredAndDisplayForms) {
 TEST(Dates, ClockForms) {
     // clang-format off
     const struct { int32_t (*get)(char *); const char *format; } forms[] = {
-        {Qar_Get_Date_short, "%Y%m%d"}, {Qar_Get_Date_long, "%Y%m%d%H%M"}, {Qar_Get_Date_slong, "%Y%m%d%H%M%S"}};
+        {Qar_Get_Date_short, "%Y%m%d"}, {Qar_Get_Date_long, "%Y%m%d%H%M"},
+        {Qar_Get_Date_slong, "%Y%m%d%H%M%S"}};
     // clang-format on
     for (const auto &f : forms) {
         char got[32], now[2][32];

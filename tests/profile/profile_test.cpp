@@ -173,14 +173,15 @@ TEST(ProfileModel, RandomProfiles) {
     const fs::path path = vols.volume("Vol") / "a.ini";
     const std::string k1023(1023, 'k'), s(1100, 's');
     // clang-format off
-    const std::vector<std::string> pieces = {"\r", "\n", "\r\n", "]", "=", "k", "ke", "key", "S", "x", "v",
-        " ", "\rkey=", "\r\nkey=v", "\rke=", "\r\nkex=", "\n\r", "key=", "=key", "\r\n\n", "\r\nkey",
-        "\r\n\r\n", "vvvvvvvvvvvvvvvvvvvvvvvv"};
+    const std::vector<std::string> pieces = {"\r", "\n", "\r\n", "]", "=", "k", "ke", "key", "S",
+        "x", "v", " ", "\rkey=", "\r\nkey=v", "\rke=", "\r\nkex=", "\n\r", "key=", "=key", "\r\n\n",
+        "\r\nkey", "\r\n\r\n", "vvvvvvvvvvvvvvvvvvvvvvvv"};
     const std::vector<std::string> brackets = {"[", "[S]", "[S", "\r[S]\r\n", "y=[z]", "\r\n[S]",
         "\r\n[S][\r\n", "\r[[S]\r\n", "x[S]", "\r\n[" + s + "]\r\n", "\r\n" + k1023 + "kkk=v"};
-    const std::vector<std::string> sections = {"S", "", "S]", "s", "[S", s.substr(78), s.substr(77)};
-    const std::vector<std::string> keys = {"key", "k", "ke", "", "x", "key ", "=", "key=", "kk", "x[",
-        k1023, k1023 + "k"};
+    const std::vector<std::string> sections = {"S", "", "S]", "s", "[S", s.substr(78),
+        s.substr(77)};
+    const std::vector<std::string> keys = {"key", "k", "ke", "", "x", "key ", "=", "key=", "kk",
+        "x[", k1023, k1023 + "k"};
     const std::vector<const char *> values = {"v", "", nullptr, "a[b", "x\ry", "p=1\r\nq=2", "a\nb",
         "k=[\r\nkey=2"};
     // clang-format on
@@ -240,10 +241,12 @@ TEST(ProfileFiles, DefaultsAndFilesLeftAlone) {
     mkfifo((vol + "/fifo").c_str(), 0666);
     char buf[8];
     // clang-format off
-    const struct { const char *def, *file; char *buf; int32_t size, result; const char *after; } reads[] = {
-        {"dd", "Vol:none.ini", buf, 8, 2, "dd"}, {"dd", "Vol", buf, 8, 2, "dd"}, {"dd", "Vol:a.ini", buf, 0, 0, "#"},
-        {"dd", "Vol:a.ini", nullptr, 8, 0, "#"}, {nullptr, "Vol:none.ini", buf, 8, 0, ""},
-        {"abc", "Vol:none.ini", buf, 1, 0, ""}, {"dd", nullptr, buf, 8, 2, "dd"}};
+    const struct { const char *def, *file; char *buf; int32_t size, result; const char *after; }
+    reads[] = {
+        {"dd", "Vol:none.ini", buf, 8, 2, "dd"}, {"dd", "Vol", buf, 8, 2, "dd"},
+        {"dd", "Vol:a.ini", buf, 0, 0, "#"}, {"dd", "Vol:a.ini", nullptr, 8, 0, "#"},
+        {nullptr, "Vol:none.ini", buf, 8, 0, ""}, {"abc", "Vol:none.ini", buf, 1, 0, ""},
+        {"dd", nullptr, buf, 8, 2, "dd"}};
     // clang-format on
     for (const auto &r : reads) {
         std::fill(std::begin(buf), std::end(buf), '\0'), buf[0] = '#';
@@ -271,8 +274,9 @@ TEST(ProfileFiles, DefaultsAndFilesLeftAlone) {
         EXPECT_EQ(vols.read(f), text) << f;
     EXPECT_EQ(std::distance(fs::directory_iterator(vol), {}), 4); // no temporary file left
     // clang-format off
-    const struct { const char *key; int32_t def, result; } ints[] = {{"a", 5, 42}, {"b", 5, 0}, {"c", 5, 0},
-        {"d", 5, 0}, {"e", 5, 0}, {"f", 5, 0}, {"g", 5, 7}, {"z", 5, 5}, {"z", -5, 0}, {"z", 0, 0}};
+    const struct { const char *key; int32_t def, result; } ints[] = {{"a", 5, 42}, {"b", 5, 0},
+        {"c", 5, 0}, {"d", 5, 0}, {"e", 5, 0}, {"f", 5, 0}, {"g", 5, 7}, {"z", 5, 5}, {"z", -5, 0},
+        {"z", 0, 0}};
     // clang-format on
     for (const auto &r : ints)
         EXPECT_EQ(GetPrivateProfileInt("A", r.key, r.def, "Vol:a.ini"), r.result) << r.key;

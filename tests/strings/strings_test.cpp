@@ -134,12 +134,13 @@ TEST(Sz, Copy) {
 TEST(Sz, Compare) {
     // clang-format off
     const struct { std::string a, b; const char *want; } rows[] = {{"ABC", "ABC", "1111"},
-        {"AB", "ABC", "0001"}, {"A?C", "ABC", "0110"}, {"ABC", "A?C", "0110"}, {"ABD", "ABC", "0000"},
-        {"AB*", "ABXYZ", "0010"}, {"AB*", "AB", "0010"}, {"AB*", "A", "0000"}, {"AB*", "AC", "0000"},
-        {"AB", "AB*", "0011"}, {"ABXYZ", "AC*", "0000"}, {"A?*", "AQRS", "0010"},
-        {"AB*", "ABC*", "0010"}, {"", "", "1111"}, {"", "A", "0001"}, {"A", "", "0000"},
-        {"*", "", "0010"}, {"", "*", "0011"}, {"BC", "ABC", "0001"}, {"CD", "ABC", "0000"},
-        {"A\0C"s, "A\0C"s, "1111"}, {"A\0C"s, "A\0D"s, "0000"}};
+        {"AB", "ABC", "0001"}, {"A?C", "ABC", "0110"}, {"ABC", "A?C", "0110"},
+        {"ABD", "ABC", "0000"}, {"AB*", "ABXYZ", "0010"}, {"AB*", "AB", "0010"},
+        {"AB*", "A", "0000"}, {"AB*", "AC", "0000"}, {"AB", "AB*", "0011"},
+        {"ABXYZ", "AC*", "0000"}, {"A?*", "AQRS", "0010"}, {"AB*", "ABC*", "0010"},
+        {"", "", "1111"}, {"", "A", "0001"}, {"A", "", "0000"}, {"*", "", "0010"},
+        {"", "*", "0011"}, {"BC", "ABC", "0001"}, {"CD", "ABC", "0000"}, {"A\0C"s, "A\0C"s, "1111"},
+        {"A\0C"s, "A\0D"s, "0000"}};
     // clang-format on
     for (const auto &r : rows) {
         std::string got;
@@ -158,8 +159,8 @@ TEST(Sz, GrowableBuffer) {
     std::string model;
     // clang-format off
     const struct { uint32_t offset; std::string src; uint32_t cap; } steps[] = {{0, "", 0},
-        {0, "0123456789AB", 12}, {8, "wxyz", 12}, {10, "ABCDEFGH", 40}, {0, std::string(41, 'q'), 41},
-        {41, "!", 84}};
+        {0, "0123456789AB", 12}, {8, "wxyz", 12}, {10, "ABCDEFGH", 40},
+        {0, std::string(41, 'q'), 41}, {41, "!", 84}};
     // clang-format on
     for (const auto &s : steps) {
         model = model.substr(0, s.offset) + s.src;
@@ -227,7 +228,8 @@ TEST(ChainedLists, MissingFiles) {
     // clang-format off
     const struct { std::string list; int32_t missing, removed; std::string kept; } rows[] = {
         {"f2\0f1\0f3\0f4\0\0"s, 3, 2, "f2\0f4\0\0"s}, {"f2\0sub\0\0"s, 3, 1, "f2\0\0"s},
-        {"f1\0f3\0\0"s, 0, 2, "\0\0"s}, {"f2\0f4\0\0"s, -1, 0, "f2\0f4\0\0"s}, {"\0\0"s, 0, 0, "\0\0"s}};
+        {"f1\0f3\0\0"s, 0, 2, "\0\0"s}, {"f2\0f4\0\0"s, -1, 0, "f2\0f4\0\0"s},
+        {"\0\0"s, 0, 0, "\0\0"s}};
     // clang-format on
     for (const auto &r : rows) {
         std::string buf = r.list;
