@@ -59,7 +59,8 @@ TEST(Charset, EveryByte) {
     }
 }
 
-TEST(Ch, TrimCompareSearch) {
+// Trimming, searching and comparing against std::string models.
+TEST(Ch, TrimSearchCompareInsert) {
     const std::string texts[] = {"", " ", "  ab  ", "abc", "00120", "h\xE9llo", "hello", "lo"};
     char buf[16];
     for (const std::string &s : texts) {
@@ -83,21 +84,18 @@ TEST(Ch, TrimCompareSearch) {
     EXPECT_EQ(chelibl_f(std::strcpy(buf, " x ")) + chelibl_d(buf), 3);
     EXPECT_STREQ(buf, "x");
     EXPECT_EQ(chelibl_f(nullptr) + chcher_c('a', nullptr) + chcher_c('\0', "a"), -2);
-}
-
-// The text inserted may lie in the destination's own buffer: before or
-// across the gap, or past the terminator.
-TEST(Ch, InsertFromTheSameBuffer) {
+    // The text inserted may lie in the destination's own buffer: before or
+    // across the gap, or past the terminator.
     // clang-format off
     const struct { std::string buf; int32_t from, pos; const char *out; } rows[] = {
         {"abc", 0, 0, "abcabc"}, {"abcabc", 1, 2, "abbcabccabc"}, {"ab\0XY"s, 3, 0, "XYab"},
         {"ab\0XY"s, 3, 9, "abXY"}, {"abc\0Z"s, 4, 1, "aZbc"}, {"abcd", 2, 1, "acdbcd"}};
     // clang-format on
     for (const auto &r : rows) {
-        char buf[16] = {};
-        std::memcpy(buf, r.buf.data(), r.buf.size());
-        EXPECT_EQ(chinsch(buf, 16, buf + r.from, r.pos), int32_t(std::strlen(buf + r.from)));
-        EXPECT_STREQ(buf, r.out) << r.buf << " from " << r.from;
+        char dst[16] = {};
+        std::memcpy(dst, r.buf.data(), r.buf.size());
+        EXPECT_EQ(chinsch(dst, 16, dst + r.from, r.pos), int32_t(std::strlen(dst + r.from)));
+        EXPECT_STREQ(dst, r.out) << r.buf << " from " << r.from;
     }
     chdelch(nullptr, 1, 0);
     EXPECT_EQ(chinsch_c(nullptr, 8, 'x', 0) + chinsch(nullptr, 8, "x", 0), 0);
@@ -197,9 +195,9 @@ TEST(ItemLists, FindAndExtract) {
                 Teste_liste(nullptr) == 1);
 }
 
-// Closing a string in buffers of every size around it; binding, walking and
-// deleting items.
-TEST(ChainedLists, BuildBindDelete) {
+// Closing a string in buffers of every size around it; binding, walking,
+// deleting items and removing those whose file is missing.
+TEST(ChainedLists, BuildWalkDelete) {
     const std::string closed[] = {"abc\0zzzz\0\0"s, "\0bc\0zzzz\0\0"s, "\0\0"s,   "a\0\0"s,
                                   "ab\0\0"s,        "abc\0\0"s,        "abc\0\0"s};
     for (int32_t size = 0; size <= 6; ++size) {
@@ -218,11 +216,8 @@ TEST(ChainedLists, BuildBindDelete) {
         EXPECT_EQ(Bytes(first), left);
     }
     EXPECT_EQ(ChCh_Count_Item(first) + ChCh_Count_Item(nullptr), 1);
-}
-
-// Items tested as files of a folder: where the first missing one is (-1:
-// none), how many are removed, what is kept.
-TEST(ChainedLists, MissingFiles) {
+    // Items tested as files of a folder: where the first missing one is (-1:
+    // none), how many are removed, what is kept.
     vitrail_test::TempVolumes vols;
     for (const char *f : {"f2", "f4", "sub/f"}) vols.write("Disque/Dossier/"s + f, "x");
     // clang-format off
