@@ -177,8 +177,9 @@ TEST_F(Files, MacPathsAndPosixFiles) {
 
     vols.volume("Vol/folder");
     // Rows "<bRead><bWrite><+ when it opens><path>".
+    // A volume that is a plain file is dropped from the path (/etc/passwd).
     for (const char *r : {"10+Vol:a", "11+Vol:a", "10-Vol:folder", "11-Vol:missing", "00-Vol:a",
-                          "01-Nowhere:d:new"})
+                          "01-Nowhere:d:new", "10+Plain:etc:passwd", "10+Mac HD:etc:passwd"})
         EXPECT_EQ(xFile_Close(xFile_Open(r + 3, r[0] - '0', r[1] - '0')) == 0, r[2] == '+') << r;
     EXPECT_TRUE(xFile_Open(nullptr, 1, 0) == -1 &&
                 !std::filesystem::exists(vols.root() / "Vol/missing"));
