@@ -12,7 +12,7 @@ trap 'rm -f "$ratios"' EXIT
 for b in build-release/bench/*_bench; do
     [ -x "$b" ] || continue
     echo "== $(basename "$b")"
-    "$b" | tee -a "$ratios" | grep -v '^ratio	'
+    VITRAIL_BACKEND=headless "$b" --benchmark_color=false | tee -a "$ratios" | grep -v '^ratio	'
 done
 echo
 printf '%-58s %10s %10s\n' "job" "ratio" "target"
