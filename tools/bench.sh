@@ -12,7 +12,9 @@ trap 'rm -f "$ratios"' EXIT
 for b in build-release/bench/*_bench; do
     [ -x "$b" ] || continue
     echo "== $(basename "$b")"
-    VITRAIL_BACKEND=headless "$b" --benchmark_color=false | tee -a "$ratios" | grep -v '^ratio	'
+    # Colours (some reporters print them whatever the flags say) are taken out.
+    VITRAIL_BACKEND=headless "$b" --benchmark_color=false | sed 's/\x1b\[[0-9;]*m//g' |
+        tee -a "$ratios" | grep -v '^ratio	'
 done
 echo
 printf '%-58s %10s %10s\n' "job" "ratio" "target"
